@@ -1,0 +1,110 @@
+#include "vndata/platform/arrays.h"
+
+#include <gtest/gtest.h>
+
+using namespace vndata;
+
+TEST(Array, NewArrayIsUnallocatedAndItsBoundsFault) {
+  Array<int32_t> a;
+  EXPECT_FALSE(a.IsAllocated());
+  EXPECT_EQ(a.size(), 0u);
+  try {
+    (void)a.UBound();
+    FAIL() << "no fault";
+  } catch (const RuntimeFault& f) {
+    EXPECT_EQ(f.Number(), 9);
+  }
+}
+
+TEST(Array, InitializerListHasBoundsOneToN) {
+  Array<float> a{1.f, 2.f};
+  EXPECT_EQ(a.LBound(), 1);
+  EXPECT_EQ(a.UBound(), 2);
+  EXPECT_EQ(a(2), 2.f);
+}
+
+TEST(Array, SubscriptOutsideBoundsIsFault9) {
+  Array<int32_t> a(1, 3);
+  EXPECT_THROW(a(0), RuntimeFault);
+  EXPECT_THROW(a(4), RuntimeFault);
+  try {
+    a(4) = 1;
+  } catch (const RuntimeFault& f) {
+    EXPECT_EQ(f.Number(), 9);
+    EXPECT_EQ(f.Description(), "Subscript out of range");
+  }
+}
+
+TEST(Array, OwnLowerBound) {
+  Array<int32_t> a(0, 2);
+  a(0) = 7;
+  EXPECT_EQ(a.LBound(), 0);
+  EXPECT_EQ(a(0), 7);
+}
+
+TEST(Array, ReDimPreserveKeepsContents) {
+  Array<int32_t> a{1, 2, 3};
+  a.ReDimPreserve(5);
+  EXPECT_EQ(a(3), 3);
+  EXPECT_EQ(a(5), 0);
+  a.ReDimPreserve(2);
+  EXPECT_EQ(a.UBound(), 2);
+  EXPECT_EQ(a(2), 2);
+}
+
+TEST(Array, EraseReturnsToUnallocated) {
+  Array<std::string> a{"x"};
+  a.Erase();
+  EXPECT_FALSE(a.IsAllocated());
+}
+
+TEST(Array, EmptyDimensionIsFault9) {
+  Array<int32_t> a;
+  EXPECT_THROW(a.ReDim(1, 0), RuntimeFault);
+  EXPECT_FALSE(a.IsAllocated());
+}
+
+TEST(Array, BoolArrayHasContiguousData) {
+  Array<bool> a(1, 4);
+  a(2) = true;
+  EXPECT_TRUE(a.data()[1]);
+}
+
+TEST(Array2, FirstSubscriptFastestSoColumnsAreContiguous) {
+  Array2<float> a(1, 3, 1, 2);
+  a(1, 2) = 10.f;
+  a(2, 2) = 20.f;
+  a(3, 2) = 30.f;
+  const float* col = a.Column(2);
+  EXPECT_EQ(col[0], 10.f);
+  EXPECT_EQ(col[2], 30.f);
+  EXPECT_EQ(&a(1, 2), a.data() + 3);
+}
+
+TEST(Array2, BoundsAndFault9) {
+  Array2<int32_t> a(1, 2, 0, 4);
+  EXPECT_EQ(a.LBound(1), 1);
+  EXPECT_EQ(a.UBound(1), 2);
+  EXPECT_EQ(a.LBound(2), 0);
+  EXPECT_EQ(a.UBound(2), 4);
+  EXPECT_THROW(a(3, 0), RuntimeFault);
+  EXPECT_THROW(a(1, 5), RuntimeFault);
+  EXPECT_THROW((void)a.UBound(3), RuntimeFault);
+}
+
+TEST(Array2, PreservingResizeKeepsBothDimensions) {
+  Array2<int32_t> a(1, 2, 1, 2);
+  a(1, 1) = 11;
+  a(2, 1) = 21;
+  a(1, 2) = 12;
+  a(2, 2) = 22;
+  a.ReDimPreserve(4, 3);
+  EXPECT_EQ(a(1, 1), 11);
+  EXPECT_EQ(a(2, 1), 21);
+  EXPECT_EQ(a(1, 2), 12);
+  EXPECT_EQ(a(2, 2), 22);
+  EXPECT_EQ(a(4, 3), 0);
+  a.ReDimPreserve(1, 2);
+  EXPECT_EQ(a(1, 2), 12);
+  EXPECT_EQ(a.UBound(1), 1);
+}

@@ -1,0 +1,60 @@
+// ArrayTools: sizing, filling, block copies and resizing of arrays, and the
+// column range walk of a search.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <type_traits>
+
+#include "vndata/platform/arrays.h"
+
+namespace vndata {
+
+class ArrayTools {
+ public:
+  // Dimensions a(1..n) and fills it with value.
+  template <class T>
+  static void Size(Array<T>& a, int32_t n, const T& value) {
+    a.ReDim(1, n);
+    a.Fill(value);
+  }
+  // Dimensions a(1..n1, 1..n2) and fills it with value.
+  template <class T>
+  static void Size2(Array2<T>& a, int32_t n1, int32_t n2, const T& value) {
+    a.ReDim(1, n1, 1, n2);
+    a.Fill(value);
+  }
+  // Resizes keeping contents on both dimensions.
+  template <class T>
+  static void Resize2(Array2<T>& a, int32_t hi1, int32_t hi2) {
+    a.ReDimPreserve(hi1, hi2);
+  }
+
+  // Copies nRows rows of every column of src (from row srcRow) into dst at
+  // row dstRow, columns 1..nCols of both. One block copy per column.
+  template <class T>
+  static void CopyRows2(const Array2<T>& src, int32_t srcRow, Array2<T>& dst, int32_t dstRow,
+                        int32_t nRows, int32_t nCols) {
+    static_assert(std::is_trivially_copyable_v<T>);
+    if (nRows < 1 || nCols < 1) return;
+    // Bounds are checked once at both corners; the copies are then unchecked.
+    (void)src(srcRow + nRows - 1, src.LBound(2) + nCols - 1);
+    (void)dst(dstRow + nRows - 1, dst.LBound(2) + nCols - 1);
+    (void)src(srcRow, src.LBound(2));
+    (void)dst(dstRow, dst.LBound(2));
+    for (int32_t j = 0; j < nCols; ++j)
+      std::memcpy(&dst(dstRow, dst.LBound(2) + j), &src(srcRow, src.LBound(2) + j),
+                  sizeof(T) * static_cast<std::size_t>(nRows));
+  }
+
+  // The walk over columns 1..nCols asked for by iStart and iEnd (-1 meaning
+  // the first and the last column): first, last, step (+1 or -1) and count.
+  // Ends beyond the columns are pulled in; a start outside the columns gives
+  // count 0, so no column is visited twice by a caller that splits a wrapped
+  // walk in two.
+  static void ColumnRange(int32_t nCols, int32_t iStart, int32_t iEnd, int32_t& iFirst,
+                          int32_t& iLast, int32_t& iStep, int32_t& nCount);
+};
+
+}  // namespace vndata

@@ -1,0 +1,65 @@
+#include "vndata/platform/runtime_fault.h"
+
+#include <new>
+
+#include "vndata/platform/message_log.h"
+
+namespace vndata {
+
+std::string FaultDescription(int32_t number) {
+  switch (number) {
+    case kFaultInvalidCall: return "Invalid procedure call or argument";
+    case kFaultOverflow: return "Overflow";
+    case kFaultOutOfMemory: return "Out of memory";
+    case kFaultSubscript: return "Subscript out of range";
+    case kFaultDivisionByZero: return "Division by zero";
+    case kFaultTypeMismatch: return "Type mismatch";
+    case kFaultFileNotFound: return "File not found";
+    case kFaultObjectNotSet: return "Object variable or With block variable not set";
+    case kFaultInvalidNull: return "Invalid use of Null";
+    default: return "Application-defined or object-defined error";
+  }
+}
+
+RuntimeFault::RuntimeFault(int32_t number)
+    : number_(number), description_(FaultDescription(number)) {}
+
+RuntimeFault::RuntimeFault(int32_t number, std::string description)
+    : number_(number), description_(std::move(description)) {}
+
+void RaiseFault(int32_t number) { throw RuntimeFault(number); }
+
+std::string ErrorTraceLine(const std::string& zTag, const RuntimeFault& fault) {
+  return "Error:" + fault.Description() + " (No." + std::to_string(fault.Number()) +
+         ") In [" + zTag + "] ";
+}
+
+void LogFault(const std::string& zTag, const RuntimeFault& fault) {
+  MessageLog::Shared().Add(ErrorTraceLine(zTag, fault), true);
+}
+
+std::string TagOf(const std::string& zModule, const std::string& zProcedure,
+                  const std::string& zSeparator) {
+  return zModule + zSeparator + "(" + zProcedure + ")";
+}
+
+namespace detail {
+void LogCurrentException(const std::string& zTag) noexcept {
+  try {
+    try {
+      throw;
+    } catch (const RuntimeFault& fault) {
+      LogFault(zTag, fault);
+    } catch (const std::bad_alloc&) {
+      LogFault(zTag, RuntimeFault(kFaultOutOfMemory));
+    } catch (...) {
+      LogFault(zTag, RuntimeFault(kFaultInvalidCall));
+    }
+  } catch (...) {
+    // The log itself failed (out of memory while formatting): nothing more
+    // can be reported, and the guard must still not let anything escape.
+  }
+}
+}  // namespace detail
+
+}  // namespace vndata

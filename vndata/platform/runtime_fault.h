@@ -1,0 +1,85 @@
+// Run-time faults and the error trace.
+//
+// Inside the library a fault is a thrown RuntimeFault carrying the automation
+// platform's number and text. No fault ever leaves a public operation: each
+// one runs its body under a guard that turns the fault into exactly one line
+// of the error trace and returns with its outputs as they stood.
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <string>
+
+namespace vndata {
+
+// Fault numbers used by the library, with the platform's texts.
+enum FaultNumber : int32_t {
+  kFaultInvalidCall = 5,      // "Invalid procedure call or argument"
+  kFaultOverflow = 6,         // "Overflow"
+  kFaultOutOfMemory = 7,      // "Out of memory"
+  kFaultSubscript = 9,        // "Subscript out of range"
+  kFaultDivisionByZero = 11,  // "Division by zero"
+  kFaultTypeMismatch = 13,    // "Type mismatch"
+  kFaultFileNotFound = 53,    // "File not found"
+  kFaultObjectNotSet = 91,    // "Object variable or With block variable not set"
+  kFaultInvalidNull = 94,     // "Invalid use of Null"
+};
+
+// The platform's text for a fault number ("Application-defined or
+// object-defined error" for numbers it does not name).
+std::string FaultDescription(int32_t number);
+
+class RuntimeFault : public std::exception {
+ public:
+  explicit RuntimeFault(int32_t number);
+  RuntimeFault(int32_t number, std::string description);
+
+  int32_t Number() const { return number_; }
+  const std::string& Description() const { return description_; }
+  const char* what() const noexcept override { return description_.c_str(); }
+
+ private:
+  int32_t number_;
+  std::string description_;
+};
+
+// Throws RuntimeFault(number). Kept out of line so hot callers stay small.
+[[noreturn]] void RaiseFault(int32_t number);
+
+// The trace line for a fault caught in the procedure named by zTag:
+// "Error:<text> (No.<number>) In [<zTag>] ". Each module passes its tag
+// exactly as its callers expect it (the spacing differs between modules).
+std::string ErrorTraceLine(const std::string& zTag, const RuntimeFault& fault);
+
+// Writes the trace line to the thread's MessageLog with a true flag.
+void LogFault(const std::string& zTag, const RuntimeFault& fault);
+
+// Runs body; a fault inside it (RuntimeFault, std::bad_alloc as fault 7, any
+// other standard exception as fault 5) is logged under zTag. Returns true
+// when the body completed.
+template <class Body>
+bool RunGuarded(const std::string& zTag, Body&& body) noexcept;
+
+// Tag builders for the two shapes the modules use: "Class  (Proc)" style tags
+// are spelled out by each caller; this joins a module and a procedure with
+// the given separator, e.g. TagOf("mxDataStore (Code)", "Search") gives
+// "mxDataStore (Code) (Search)".
+std::string TagOf(const std::string& zModule, const std::string& zProcedure,
+                  const std::string& zSeparator = " ");
+
+namespace detail {
+void LogCurrentException(const std::string& zTag) noexcept;
+}  // namespace detail
+
+template <class Body>
+bool RunGuarded(const std::string& zTag, Body&& body) noexcept {
+  try {
+    body();
+    return true;
+  } catch (...) {
+    detail::LogCurrentException(zTag);
+    return false;
+  }
+}
+
+}  // namespace vndata
