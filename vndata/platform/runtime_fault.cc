@@ -29,13 +29,14 @@ RuntimeFault::RuntimeFault(int32_t number, std::string description)
 
 void RaiseFault(int32_t number) { throw RuntimeFault(number); }
 
-std::string ErrorTraceLine(const std::string& zTag, const RuntimeFault& fault) {
-  return "Error:" + fault.Description() + " (No." + std::to_string(fault.Number()) +
-         ") In [" + zTag + "] ";
+std::string ErrorTraceLine(const std::string& zTag, const RuntimeFault& fault,
+                           const TraceWording& wording) {
+  return wording.zPrefix + fault.Description() + wording.zNumberPrefix +
+         std::to_string(fault.Number()) + wording.zTagOpen + zTag + wording.zTagClose;
 }
 
-void LogFault(const std::string& zTag, const RuntimeFault& fault) {
-  MessageLog::Shared().Add(ErrorTraceLine(zTag, fault), true);
+void LogFault(const std::string& zTag, const RuntimeFault& fault, const TraceWording& wording) {
+  MessageLog::Shared().Add(ErrorTraceLine(zTag, fault, wording), true);
 }
 
 std::string TagOf(const std::string& zModule, const std::string& zProcedure,
@@ -44,16 +45,16 @@ std::string TagOf(const std::string& zModule, const std::string& zProcedure,
 }
 
 namespace detail {
-void LogCurrentException(const std::string& zTag) noexcept {
+void LogCurrentException(const std::string& zTag, const TraceWording& wording) noexcept {
   try {
     try {
       throw;
     } catch (const RuntimeFault& fault) {
-      LogFault(zTag, fault);
+      LogFault(zTag, fault, wording);
     } catch (const std::bad_alloc&) {
-      LogFault(zTag, RuntimeFault(kFaultOutOfMemory));
+      LogFault(zTag, RuntimeFault(kFaultOutOfMemory), wording);
     } catch (...) {
-      LogFault(zTag, RuntimeFault(kFaultInvalidCall));
+      LogFault(zTag, RuntimeFault(kFaultInvalidCall), wording);
     }
   } catch (...) {
     // The log itself failed (out of memory while formatting): nothing more

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <exception>
 #include <string>
+#include <utility>
 
 namespace vndata {
 
@@ -46,19 +47,36 @@ class RuntimeFault : public std::exception {
 // Throws RuntimeFault(number). Kept out of line so hot callers stay small.
 [[noreturn]] void RaiseFault(int32_t number);
 
-// The trace line for a fault caught in the procedure named by zTag:
-// "Error:<text> (No.<number>) In [<zTag>] ". Each module passes its tag
-// exactly as its callers expect it (the spacing differs between modules).
-std::string ErrorTraceLine(const std::string& zTag, const RuntimeFault& fault);
+// The fixed pieces of a trace line. Modules word their lines differently
+// (hosts parse them), so each module names the wording it has always used.
+struct TraceWording {
+  const char* zPrefix;        // before the fault's text
+  const char* zNumberPrefix;  // between the text and the number
+  const char* zTagOpen;       // between the number and the tag
+  const char* zTagClose;      // after the tag
+};
+// "Error:<text> (No.<n>) In [<tag>] ": the data set and most modules.
+inline constexpr TraceWording kCompactWording = {"Error:", " (No.", ") In [", "] "};
+// "Error: <text> (No. <n>) In [<tag>] ": the store's registry operations.
+inline constexpr TraceWording kSpacedWording = {"Error: ", " (No. ", ") In [", "] "};
+
+// The trace line for a fault caught in the procedure named by zTag. Each
+// module passes its tag exactly as its callers expect it (the spacing
+// differs between modules).
+std::string ErrorTraceLine(const std::string& zTag, const RuntimeFault& fault,
+                           const TraceWording& wording = kCompactWording);
 
 // Writes the trace line to the thread's MessageLog with a true flag.
-void LogFault(const std::string& zTag, const RuntimeFault& fault);
+void LogFault(const std::string& zTag, const RuntimeFault& fault,
+              const TraceWording& wording = kCompactWording);
 
 // Runs body; a fault inside it (RuntimeFault, std::bad_alloc as fault 7, any
 // other standard exception as fault 5) is logged under zTag. Returns true
 // when the body completed.
 template <class Body>
 bool RunGuarded(const std::string& zTag, Body&& body) noexcept;
+template <class Body>
+bool RunGuarded(const std::string& zTag, const TraceWording& wording, Body&& body) noexcept;
 
 // Tag builders for the two shapes the modules use: "Class  (Proc)" style tags
 // are spelled out by each caller; this joins a module and a procedure with
@@ -68,18 +86,23 @@ std::string TagOf(const std::string& zModule, const std::string& zProcedure,
                   const std::string& zSeparator = " ");
 
 namespace detail {
-void LogCurrentException(const std::string& zTag) noexcept;
+void LogCurrentException(const std::string& zTag, const TraceWording& wording) noexcept;
 }  // namespace detail
 
 template <class Body>
-bool RunGuarded(const std::string& zTag, Body&& body) noexcept {
+bool RunGuarded(const std::string& zTag, const TraceWording& wording, Body&& body) noexcept {
   try {
     body();
     return true;
   } catch (...) {
-    detail::LogCurrentException(zTag);
+    detail::LogCurrentException(zTag, wording);
     return false;
   }
+}
+
+template <class Body>
+bool RunGuarded(const std::string& zTag, Body&& body) noexcept {
+  return RunGuarded(zTag, kCompactWording, std::forward<Body>(body));
 }
 
 }  // namespace vndata
