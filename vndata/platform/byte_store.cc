@@ -21,8 +21,11 @@ void ByteStore::Reserve(int32_t nCells, int32_t iWidth) {
 
 void ByteStore::Widen(int32_t newWidth) {
   std::vector<uint8_t> wider(lengths_.size() * static_cast<std::size_t>(newWidth), ' ');
-  for (std::size_t c = 0; c < lengths_.size(); ++c)
-    std::memcpy(&wider[c * newWidth], &cells_[c * width_], static_cast<std::size_t>(width_));
+  // A pool whose cells so far are all empty texts has width 0 and no bytes
+  // to carry over (and cells_ has no element to take the address of).
+  if (width_ > 0)
+    for (std::size_t c = 0; c < lengths_.size(); ++c)
+      std::memcpy(&wider[c * newWidth], &cells_[c * width_], static_cast<std::size_t>(width_));
   cells_.swap(wider);
   width_ = newWidth;
 }
