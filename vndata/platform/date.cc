@@ -44,7 +44,10 @@ Date Date::Today() {
 }
 
 void Date::ToYMD(int32_t& year, int32_t& month, int32_t& day) const {
-  CivilFromDays(static_cast<int64_t>(std::floor(days_)) + kEpochOffset, year, month, day);
+  // Before day 0 the fraction still counts forward from the start of the
+  // day (-1.5 is noon of 29 December 1899), so the day is the truncated
+  // whole, not the floor.
+  CivilFromDays(static_cast<int64_t>(std::trunc(days_)) + kEpochOffset, year, month, day);
 }
 
 }  // namespace vndata

@@ -1,5 +1,7 @@
 // Date: days since 30 December 1899 as a double, the automation platform's
-// date, with the fraction as the time of day.
+// date, with the fraction as the time of day. Before day 0 the whole part
+// still names the day and the fraction's magnitude the time (-1.25 is 06:00
+// on 29 December 1899).
 #pragma once
 
 #include <cstdint>
