@@ -125,7 +125,9 @@ Date Variant::ToDate() const {
 
 bool Variant::IsNumeric() const {
   switch (v_.index()) {
-    case 0: case 2: case 3: case 4: case 5: case 6: case 8: return true;
+    // A date is deliberately not numeric on the platform, although it
+    // converts to a number.
+    case 0: case 2: case 3: case 4: case 5: case 6: return true;
     case 7: {
       double d;
       try {
@@ -154,6 +156,30 @@ std::string DoubleText(double v) {
 
 std::string BoolText(bool v) { return v ? "True" : "False"; }
 
+std::string DateText(Date v) {
+  // The whole days name the calendar day, the fraction (of either sign) the
+  // time of day; day 0 is shown as a time alone and midnight as a date alone.
+  const double days = v.Days();
+  const double whole = std::trunc(days);
+  int64_t seconds = std::llround(std::fabs(days - whole) * 86400.0);
+  if (seconds > 86399) seconds = 86399;
+  char buf[32];
+  std::string out;
+  if (whole != 0.0) {
+    int32_t y = 0, m = 0, d = 0;
+    v.ToYMD(y, m, d);
+    std::snprintf(buf, sizeof buf, "%02d/%02d/%04d", d, m, y);
+    out = buf;
+  }
+  if (seconds != 0 || whole == 0.0) {
+    std::snprintf(buf, sizeof buf, "%02d:%02d:%02d", static_cast<int>(seconds / 3600),
+                  static_cast<int>(seconds / 60 % 60), static_cast<int>(seconds % 60));
+    if (!out.empty()) out += ' ';
+    out += buf;
+  }
+  return out;
+}
+
 std::string Variant::ToText() const {
   switch (v_.index()) {
     case 0: return std::string();
@@ -164,7 +190,7 @@ std::string Variant::ToText() const {
     case 5: return DoubleText(std::get<double>(v_));
     case 6: return BoolText(std::get<bool>(v_));
     case 7: return std::get<std::string>(v_);
-    case 8: return DoubleText(std::get<Date>(v_).Days());
+    case 8: return DateText(std::get<Date>(v_));
     default: RaiseFault(kFaultTypeMismatch);
   }
 }

@@ -67,7 +67,8 @@ class Variant {
   bool IsNull() const { return v_.index() == 1; }
   bool IsString() const { return std::holds_alternative<std::string>(v_); }
   bool IsArray() const { return static_cast<int32_t>(Type()) >= 8192; }
-  // True for numbers, Booleans, empty, dates and texts that read as numbers.
+  // True for numbers, Booleans, empty and texts that read as numbers; false
+  // for a date, as on the platform.
   bool IsNumeric() const;
 
   int16_t ToInteger() const;  // CInt
@@ -76,7 +77,7 @@ class Variant {
   double ToDouble() const;    // CDbl
   bool ToBool() const;        // CBool
   Date ToDate() const;        // CDate
-  // CStr: empty gives ""; null is fault 94.
+  // CStr: empty gives ""; null is fault 94; a date gives DateText.
   std::string ToText() const;
 
   // The array held, or nullptr when the variant holds another type.
@@ -100,6 +101,10 @@ class Variant {
 std::string SingleText(float v);   // at most 7 significant digits: "0.1", "1E+07", "1.5E-05"
 std::string DoubleText(double v);  // at most 15 significant digits
 std::string BoolText(bool v);      // "True" / "False"
+// A date in the library's date format with the time of day behind it when
+// there is one: "23/11/2026", "23/11/2026 06:00:00"; day 0 gives the time
+// alone ("12:00:00").
+std::string DateText(Date v);
 
 // Reads a text as a number the way the platform does (leading and trailing
 // blanks allowed); false when it is not a number.
