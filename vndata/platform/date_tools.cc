@@ -68,9 +68,11 @@ bool DateTools::SplitDate(const std::string& zDate, const std::string& zFormat, 
   // A month written as a name is the month wherever it stands; the numbers
   // then take the day and year roles in the order the format gives them.
   std::vector<int32_t> numbers;
+  std::vector<std::size_t> digits;
   for (const std::string& f : fields) {
     if (AllDigits(f)) {
       numbers.push_back(std::stoi(f.size() > 6 ? f.substr(0, 6) : f));
+      digits.push_back(f.size());
     } else {
       if (m != 0) return false;
       m = MonthFromName(f);
@@ -78,16 +80,22 @@ bool DateTools::SplitDate(const std::string& zDate, const std::string& zFormat, 
     }
   }
   std::size_t next = 0;
+  std::size_t yearDigits = 0;
   for (const std::string& role : order) {
     char r = role.empty() ? '?' : role[0];
     if (r == 'm' && m != 0 && numbers.size() < 3) continue;
     if (next >= numbers.size()) return false;
-    int32_t v = numbers[next++];
-    if (r == 'd') d = v;
-    else if (r == 'm') m = v;
-    else if (r == 'y') y = v;
+    std::size_t k = next++;
+    if (r == 'd') d = numbers[k];
+    else if (r == 'm') m = numbers[k];
+    else if (r == 'y') {
+      y = numbers[k];
+      yearDigits = digits[k];
+    }
   }
-  if (y < 100 && fields.size() == 3) y += (y < 50 ? 2000 : 1900);
+  // A year written with one or two digits is 1950..2049; a year written in
+  // full is taken as it stands, even a small one.
+  if (yearDigits <= 2) y += (y < 50 ? 2000 : 1900);
   if (!IsValidDay(d, m, y)) return false;
   iDay = d;
   iMonth = m;

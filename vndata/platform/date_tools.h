@@ -14,8 +14,9 @@ class DateTools {
   // "dd", "mm" and "yyyy" in it, e.g. "dd/mm/yyyy"). Fields may be separated
   // by '/', '-', '.' or blanks; a month may also be written as a name or its
   // first three letters, in any case (so "23 November 2026" splits under
-  // "dd/mm/yyyy"). Returns false, leaving the outputs 0, when the text does
-  // not hold a valid day.
+  // "dd/mm/yyyy"). A year of one or two digits is read as 1950..2049.
+  // Returns false, leaving the outputs 0, when the text does not hold a valid
+  // day.
   static bool SplitDate(const std::string& zDate, const std::string& zFormat, int32_t& iDay,
                         int32_t& iMonth, int32_t& iYear);
   // "January" .. "December"; the empty string outside 1..12.
