@@ -25,10 +25,19 @@ class ArrayTools {
     a.ReDim(1, n1, 1, n2);
     a.Fill(value);
   }
-  // Resizes keeping contents on both dimensions.
+  // Resizes keeping contents on both dimensions; elements that are new take
+  // value.
   template <class T>
-  static void Resize2(Array2<T>& a, int32_t hi1, int32_t hi2) {
+  static void Resize2(Array2<T>& a, int32_t hi1, int32_t hi2, const T& value = T()) {
+    const std::size_t oldRows = a.Rows(), oldCols = a.Cols();
     a.ReDimPreserve(hi1, hi2);
+    const std::size_t rows = a.Rows(), cols = a.Cols();
+    T* p = a.data();
+    for (std::size_t j = 0; j < cols; ++j) {
+      // Kept columns are new only below their old rows; new columns entirely.
+      const std::size_t from = j < oldCols ? std::min(oldRows, rows) : 0;
+      std::fill(p + j * rows + from, p + (j + 1) * rows, value);
+    }
   }
 
   // Copies nRows rows of every column of src (from row srcRow) into dst at
@@ -43,16 +52,20 @@ class ArrayTools {
     (void)dst(dstRow + nRows - 1, dst.LBound(2) + nCols - 1);
     (void)src(srcRow, src.LBound(2));
     (void)dst(dstRow, dst.LBound(2));
+    // memmove: src and dst may be one array (rows shifted within a buffer).
     for (int32_t j = 0; j < nCols; ++j)
-      std::memcpy(&dst(dstRow, dst.LBound(2) + j), &src(srcRow, src.LBound(2) + j),
-                  sizeof(T) * static_cast<std::size_t>(nRows));
+      std::memmove(&dst(dstRow, dst.LBound(2) + j), &src(srcRow, src.LBound(2) + j),
+                   sizeof(T) * static_cast<std::size_t>(nRows));
   }
 
   // The walk over columns 1..nCols asked for by iStart and iEnd (-1 meaning
   // the first and the last column): first, last, step (+1 or -1) and count.
-  // Ends beyond the columns are pulled in; a start outside the columns gives
-  // count 0, so no column is visited twice by a caller that splits a wrapped
-  // walk in two.
+  // The step follows the order of the two ends as given; an end beyond the
+  // columns is then pulled in to 1..nCols, while a start outside the columns
+  // gives count 0. So a forward walk split at a start beyond the last column
+  // visits nothing twice; a backward second pass asked for as nCols to
+  // nCols + 1 does come back as column nCols alone, and the caller that has
+  // already visited it skips that pass.
   static void ColumnRange(int32_t nCols, int32_t iStart, int32_t iEnd, int32_t& iFirst,
                           int32_t& iLast, int32_t& iStep, int32_t& nCount);
 };
