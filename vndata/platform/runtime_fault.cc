@@ -29,13 +29,16 @@ RuntimeFault::RuntimeFault(int32_t number, std::string description)
 
 void RaiseFault(int32_t number) { throw RuntimeFault(number); }
 
-std::string ErrorTraceLine(const std::string& zTag, const RuntimeFault& fault,
+std::string ErrorTraceLine(std::string_view zTag, const RuntimeFault& fault,
                            const TraceWording& wording) {
-  return wording.zPrefix + fault.Description() + wording.zNumberPrefix +
-         std::to_string(fault.Number()) + wording.zTagOpen + zTag + wording.zTagClose;
+  std::string line = wording.zPrefix + fault.Description() + wording.zNumberPrefix +
+                     std::to_string(fault.Number()) + wording.zTagOpen;
+  line += zTag;
+  line += wording.zTagClose;
+  return line;
 }
 
-void LogFault(const std::string& zTag, const RuntimeFault& fault, const TraceWording& wording) {
+void LogFault(std::string_view zTag, const RuntimeFault& fault, const TraceWording& wording) {
   MessageLog::Shared().Add(ErrorTraceLine(zTag, fault, wording), true);
 }
 
@@ -45,7 +48,7 @@ std::string TagOf(const std::string& zModule, const std::string& zProcedure,
 }
 
 namespace detail {
-void LogCurrentException(const std::string& zTag, const TraceWording& wording) noexcept {
+void LogCurrentException(std::string_view zTag, const TraceWording& wording) noexcept {
   try {
     try {
       throw;

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <exception>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace vndata {
@@ -63,20 +64,21 @@ inline constexpr TraceWording kSpacedWording = {"Error: ", " (No. ", ") In [", "
 // The trace line for a fault caught in the procedure named by zTag. Each
 // module passes its tag exactly as its callers expect it (the spacing
 // differs between modules).
-std::string ErrorTraceLine(const std::string& zTag, const RuntimeFault& fault,
+std::string ErrorTraceLine(std::string_view zTag, const RuntimeFault& fault,
                            const TraceWording& wording = kCompactWording);
 
 // Writes the trace line to the thread's MessageLog with a true flag.
-void LogFault(const std::string& zTag, const RuntimeFault& fault,
+void LogFault(std::string_view zTag, const RuntimeFault& fault,
               const TraceWording& wording = kCompactWording);
 
 // Runs body; a fault inside it (RuntimeFault, std::bad_alloc as fault 7, any
 // other standard exception as fault 5) is logged under zTag. Returns true
-// when the body completed.
+// when the body completed. The tag is a view so that the guard of a hot
+// operation costs no string construction when nothing goes wrong.
 template <class Body>
-bool RunGuarded(const std::string& zTag, Body&& body) noexcept;
+bool RunGuarded(std::string_view zTag, Body&& body) noexcept;
 template <class Body>
-bool RunGuarded(const std::string& zTag, const TraceWording& wording, Body&& body) noexcept;
+bool RunGuarded(std::string_view zTag, const TraceWording& wording, Body&& body) noexcept;
 
 // Tag builders for the two shapes the modules use: "Class  (Proc)" style tags
 // are spelled out by each caller; this joins a module and a procedure with
@@ -86,11 +88,11 @@ std::string TagOf(const std::string& zModule, const std::string& zProcedure,
                   const std::string& zSeparator = " ");
 
 namespace detail {
-void LogCurrentException(const std::string& zTag, const TraceWording& wording) noexcept;
+void LogCurrentException(std::string_view zTag, const TraceWording& wording) noexcept;
 }  // namespace detail
 
 template <class Body>
-bool RunGuarded(const std::string& zTag, const TraceWording& wording, Body&& body) noexcept {
+bool RunGuarded(std::string_view zTag, const TraceWording& wording, Body&& body) noexcept {
   try {
     body();
     return true;
@@ -101,7 +103,7 @@ bool RunGuarded(const std::string& zTag, const TraceWording& wording, Body&& bod
 }
 
 template <class Body>
-bool RunGuarded(const std::string& zTag, Body&& body) noexcept {
+bool RunGuarded(std::string_view zTag, Body&& body) noexcept {
   return RunGuarded(zTag, kCompactWording, std::forward<Body>(body));
 }
 
