@@ -849,6 +849,115 @@ TEST_F(RecordCodecTest, RawPayloadsWithoutHeadersRoundTrip) {
   EXPECT_TRUE(AtEnd());
 }
 
+// ---- large payloads: pieces, buffers and values cut between them ----------
+
+TEST_F(RecordCodecTest, LargePayloadsAtOddOffsetsRoundTripInBothReadModes) {
+  // A 3-byte payload first puts every later value at an odd offset, so that
+  // values straddle the boundaries of the file's buffers and pieces.
+  const int32_t nd = 300001, nf = 250003;
+  Array<double> d(1, nd);
+  Array<float> r(1, nf);
+  for (int32_t i = 1; i <= nd; ++i) d(i) = i * 1.0000001 - 5e5;
+  for (int32_t i = 1; i <= nf; ++i) r(i) = static_cast<float>(i) * -0.75f;
+  Write([&](RecordFile& f) {
+    bool qOK = false;
+    codec_.WriteHeader(f, "ODD", 3, "BYTE", qOK);
+    codec_.WriteByteArray(3, Array<uint8_t>{1, 2, 3}, f, qOK);
+    codec_.WriteHeader(f, "DOUBLES", nd, "DOUB", qOK);
+    codec_.WriteDoubleArray(nd, 0, d, f, qOK);
+    codec_.WriteHeader(f, "REALS", nf, "REAL", qOK);
+    codec_.WriteRealArray(nf, 1000, r, f, qOK);
+    codec_.WriteHeader(f, "END", 0, "CHAR", qOK);
+    ASSERT_TRUE(qOK) << f.LastError();
+  });
+  for (bool random : {false, true}) {
+    bool qOK = false;
+    if (random) reader_.OpenForRandomRead(name_, qOK);
+    else reader_.OpenForRead(name_, qOK);
+    ASSERT_TRUE(qOK);
+    ExpectHeader("ODD", 3, "BYTE");
+    Array<uint8_t> b;
+    codec_.ReadByteArray(3, reader_, b, qOK);
+    ExpectHeader("DOUBLES", nd, "DOUB");
+    Array<double> d2;
+    codec_.ReadDoubleArray(nd, Q, reader_, d2, qOK);
+    ASSERT_TRUE(qOK) << reader_.LastError();
+    for (int32_t i = 1; i <= nd; ++i) ASSERT_EQ(d2(i), d(i)) << i;
+    ExpectHeader("REALS", nf, "REAL");
+    // Value by value for a while, then the rest as one array.
+    for (int32_t i = 1; i <= 20000; ++i) {
+      float x = 0;
+      codec_.ReadValue(reader_, x, qOK);
+      ASSERT_TRUE(qOK) << reader_.LastError();
+      ASSERT_EQ(x, r(i)) << i;
+    }
+    std::vector<float> rest(nf - 20000);
+    codec_.ReadRealArray(nf - 20000, Q, reader_, rest.data(), qOK);
+    ASSERT_TRUE(qOK) << reader_.LastError();
+    for (int32_t i = 20001; i <= nf; ++i) ASSERT_EQ(rest[static_cast<std::size_t>(i - 20001)], r(i)) << i;
+    ExpectHeader("END", 0, "CHAR");
+    EXPECT_TRUE(AtEnd());
+  }
+}
+
+TEST_F(RecordCodecTest, RandomReadingJumpsToAHeaderAndSkipsToOneValue) {
+  std::vector<int64_t> at;
+  Array<float> v(1, 70000);
+  for (int32_t i = 1; i <= 70000; ++i) v(i) = static_cast<float>(i);
+  Write([&](RecordFile& f) {
+    bool qOK = false;
+    for (int k = 0; k < 4; ++k) {
+      at.push_back(f.Position());
+      codec_.WriteSimulatorHeader(f, "COL" + std::to_string(k), 70000, "REAL", qOK);
+      codec_.WriteRealArray(70000, 1000, v, f, qOK);
+    }
+  });
+  RecordFile f;
+  bool qOK = false;
+  f.OpenForRandomRead(name_, qOK);
+  ASSERT_TRUE(qOK);
+  for (int k : {2, 0, 3, 1, 2}) {
+    int64_t pos = at[static_cast<std::size_t>(k)];
+    f.SetPosition(static_cast<int32_t>(pos & 0xFFFFFFFF), static_cast<int32_t>(pos >> 32), qOK);
+    ASSERT_TRUE(qOK);
+    std::string key, type;
+    int32_t n = 0;
+    codec_.ReadHeader(f, key, n, type, qOK);
+    ASSERT_TRUE(qOK) << f.LastError();
+    EXPECT_EQ(key, "COL" + std::to_string(k));
+    codec_.SkipValues(54320, f, qOK);
+    ASSERT_TRUE(qOK) << f.LastError();
+    // 54 blocks of 1000 values and 320 values of the next were stepped over.
+    EXPECT_EQ(f.Position(), pos + 24 + 54 * 4008 + 4 + 320 * 4);
+    Array<float> one;
+    codec_.ReadRealArray(1, Q, f, one, qOK);
+    ASSERT_TRUE(qOK) << f.LastError();
+    EXPECT_EQ(one(1), 54321.0f);
+  }
+}
+
+TEST_F(RecordCodecTest, SkipValuesStepsOverTextsAndChecksTheCount) {
+  Write([&](RecordFile& f) {
+    bool qOK = false;
+    codec_.WriteHeader(f, "TEXTS", 3, "CHAR", qOK);
+    codec_.WriteValue(f, Variant("first"), qOK);
+    codec_.WriteValue(f, Variant(std::string(3000, 'z')), qOK);
+    codec_.WriteValue(f, Variant("third"), qOK);
+    codec_.WriteHeader(f, "NEXT", 0, "CHAR", qOK);
+  });
+  ExpectHeader("TEXTS", 3, "CHAR");
+  bool qOK = false;
+  codec_.SkipValues(2, reader_, qOK);
+  ASSERT_TRUE(qOK) << reader_.LastError();
+  std::string s;
+  codec_.ReadValue(reader_, s, qOK);
+  EXPECT_EQ(s, "third");
+  ExpectHeader("NEXT", 0, "CHAR");
+  Raw({});
+  codec_.SkipValues(1, reader_, qOK);
+  EXPECT_FALSE(qOK);
+}
+
 // ---- a read loop in the manner of the store readers ----------------------------
 
 TEST_F(RecordCodecTest, AReadLoopSkipsUnknownKeywordsByReadingTheirPayloads) {

@@ -293,6 +293,41 @@ void RecordCodec::WriteValue(RecordFile& file, const Variant& value, bool& qOK) 
   });
 }
 
+void RecordCodec::SkipValues(int32_t count, RecordFile& file, bool& qOK) {
+  qOK = false;
+  static const std::string kTag = "RecordCodec (SkipValues)";
+  RunGuarded(kTag, [&] {
+    if (!P::Reading(file)) {
+      P::Fail(file, "the file is not open for reading");
+      return;
+    }
+    if (count < 0) {
+      P::Fail(file, "negative count");
+      return;
+    }
+    bool open = P::RecordOpen(file);
+    if (open && count > P::ValuesLeft(file)) {
+      P::Fail(file, "more values than the record holds");
+      return;
+    }
+    RecordType type = open ? P::CurrentType(file) : RecordType::Inte;
+    if (type == RecordType::Char && !P::CurrentSimulator(file)) {
+      for (int32_t i = 0; i < count; ++i) {
+        if (!P::SkipWholeRecord(file)) return;
+      }
+    } else if (count > 0) {
+      int32_t w = RecordValueWidth(type);
+      if (int64_t{count} * w > P::BytesLeft(file)) {
+        P::Fail(file, "count beyond the end of the file");
+        return;
+      }
+      if (!P::SkipValues(file, count, w)) return;
+    }
+    if (!P::Consume(file, count)) return;
+    qOK = true;
+  });
+}
+
 void RecordCodec::WriteCharValue(int32_t width, const std::string& text, RecordFile& file,
                                  bool& qOK) {
   qOK = false;

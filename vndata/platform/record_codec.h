@@ -184,6 +184,12 @@ class RecordCodec {
   // its own physical record.
   void WriteValue(RecordFile& file, const Variant& value, bool& qOK);
 
+  // Steps over the next count values of the open record without reading
+  // them (the length markers on the way are read and checked), so that a
+  // reader can go to value i of a record: ReadHeader, SkipValues(i - 1),
+  // then a read. Outside a record, steps over count 32-bit values.
+  void SkipValues(int32_t count, RecordFile& file, bool& qOK);
+
   // Bulk overloads on plain memory.
   void ReadDoubleArray(int32_t count, const std::string& quote, RecordFile& file, double* values,
                        bool& qOK);

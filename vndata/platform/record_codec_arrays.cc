@@ -70,8 +70,7 @@ bool ReadNumbers(RecordFile& file, int32_t count, T* dst, int32_t maxPerRecord =
   if (count == 0) return true;
   if (dst == nullptr) return P::Fail(file, "no array to read into");
   constexpr int32_t w = sizeof(T);
-  if (!P::ReadValues(file, dst, count, w, maxPerRecord)) return false;
-  record_bytes::SwapInPlace(dst, static_cast<std::size_t>(count), w);
+  if (!P::ReadValues(file, dst, count, w, maxPerRecord, true)) return false;
   return P::Consume(file, count);
 }
 

@@ -21,6 +21,11 @@
 // failed. The object closes its file when destroyed; it is handed around as
 // std::shared_ptr<RecordFile>.
 //
+// The file keeps its own buffer for the small records and passes bulk
+// payloads straight between the caller's memory and the operating system.
+// Written bytes may wait in the buffer: a write that the system refuses
+// shows at a later write or at Close(qOK).
+//
 // The settings SetFileOption1 to SetFileOption4, SetUnitSize,
 // SetRecordOption and SetEclipseFile are kept on the object, across Close
 // and reopening, for the simulator-file reader; the record codec does not
@@ -28,7 +33,7 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdio>
+#include <memory>
 #include <string>
 
 #include "vndata/platform/record_layout.h"
@@ -129,17 +134,36 @@ class RecordFile {
   }
   int64_t BytesLeft() const { return size_ > pos_ ? size_ - pos_ : 0; }
   // Exactly n bytes from the position; false (with the reason kept) when
-  // the file ends first or the mode does not allow it.
-  bool ReadExact(void* dst, std::size_t n);
-  bool WriteExact(const void* src, std::size_t n);
+  // the file ends first or the mode does not allow it. swapWidth 4 or 8
+  // reverses the byte order of each value of that width (n is a multiple
+  // of it). Every read from the system starts at an aligned offset.
+  bool ReadExact(void* dst, std::size_t n, int32_t swapWidth = 1);
+  // Appends n bytes, byte-swapped as above, through the buffer.
+  bool WriteExact(const void* src, std::size_t n, int32_t swapWidth = 1);
+  // Writes the buffered bytes out.
+  bool Flush();
+  // Moves a reading file to iPos (0 to FileSize()), keeping the record
+  // cursor; false when the system refuses.
+  bool MoveTo(int64_t iPos);
 
-  std::FILE* fp_ = nullptr;
+  int fd_ = -1;
   RecordFileMode mode_ = RecordFileMode::Closed;
   std::string name_;
   int64_t pos_ = 0;
   int64_t size_ = 0;
   Cursor cur_;
   std::string lastError_;
+
+  // The file's own buffer. Reading: bytes [bufBegin_, bufEnd_) are unread
+  // and buf_[0] holds file offset bufStart_. Writing: bufEnd_ bytes wait to
+  // be written.
+  std::unique_ptr<uint8_t[]> buf_;
+  // Staging piece for bulk reads that are byte-swapped (made on first use).
+  std::unique_ptr<uint8_t[]> bulk_;
+  std::size_t bufCap_ = 0;
+  std::size_t bufBegin_ = 0;
+  std::size_t bufEnd_ = 0;
+  int64_t bufStart_ = 0;
 
   bool fileOption_[4] = {false, false, false, false};
   int32_t unitSize_ = 4;

@@ -1,22 +1,8 @@
 #include "vndata/platform/record_payload.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace vndata {
-
-namespace {
-
-// Values are byte-swapped through this buffer on their way to the file, so
-// that the caller's array stays untouched and the copy stays in cache.
-constexpr std::size_t kStagingBytes = 1 << 18;
-
-uint8_t* Staging() {
-  thread_local std::vector<uint8_t> buffer(kStagingBytes);
-  return buffer.data();
-}
-
-}  // namespace
 
 void RecordPayload::BeginRecord(RecordFile& file, RecordType type, bool qSimulator, int32_t count) {
   RecordFile::Cursor c;
@@ -43,22 +29,7 @@ bool RecordPayload::WritePhysical(RecordFile& file, const void* data, int64_t nB
   uint8_t marker[4];
   record_bytes::PutBigEndian32(marker, static_cast<int32_t>(nBytes));
   if (!file.WriteExact(marker, 4)) return false;
-  const auto* src = static_cast<const uint8_t*>(data);
-  std::size_t left = static_cast<std::size_t>(nBytes);
-  if (!record_bytes::kSwapNeeded || swapWidth <= 1) {
-    if (!file.WriteExact(src, left)) return false;
-  } else {
-    std::size_t w = static_cast<std::size_t>(swapWidth);
-    std::size_t chunk = kStagingBytes / w * w;
-    uint8_t* stage = Staging();
-    while (left > 0) {
-      std::size_t n = std::min(left, chunk);
-      record_bytes::CopySwapped(stage, src, n / w, swapWidth);
-      if (!file.WriteExact(stage, n)) return false;
-      src += n;
-      left -= n;
-    }
-  }
+  if (!file.WriteExact(data, static_cast<std::size_t>(nBytes), swapWidth)) return false;
   return file.WriteExact(marker, 4);
 }
 
@@ -102,7 +73,7 @@ bool RecordPayload::ClosePhysical(RecordFile& file) {
 }
 
 bool RecordPayload::ReadValues(RecordFile& file, void* dst, int64_t count, int32_t width,
-                               int32_t maxPerRecord) {
+                               int32_t maxPerRecord, bool qSwap) {
   if (!file.Reading()) return Fail(file, "the file is not open for reading");
   auto* out = static_cast<uint8_t*>(dst);
   int64_t need = count * width;
@@ -113,13 +84,40 @@ bool RecordPayload::ReadValues(RecordFile& file, void* dst, int64_t count, int32
     int64_t& left = file.cur_.physLeft;
     if (left % width != 0) return Fail(file, "values cut across physical records");
     int64_t take = std::min(need, left);
-    if (!file.ReadExact(out, static_cast<std::size_t>(take))) return false;
+    if (!file.ReadExact(out, static_cast<std::size_t>(take), qSwap ? width : 1)) return false;
     out += take;
     need -= take;
     left -= take;
     if (left == 0 && !ClosePhysical(file)) return false;
   }
   return true;
+}
+
+bool RecordPayload::SkipValues(RecordFile& file, int64_t count, int32_t width) {
+  if (!file.Reading()) return Fail(file, "the file is not open for reading");
+  int64_t need = count * width;
+  while (need > 0) {
+    if (file.cur_.physLeft < 0) {
+      if (!OpenPhysical(file, width, 0)) return false;
+    }
+    int64_t& left = file.cur_.physLeft;
+    if (left % width != 0) return Fail(file, "values cut across physical records");
+    int64_t take = std::min(need, left);
+    if (!file.MoveTo(file.pos_ + take)) return Fail(file, "cannot move in the file");
+    need -= take;
+    left -= take;
+    if (left == 0 && !ClosePhysical(file)) return false;
+  }
+  return true;
+}
+
+bool RecordPayload::SkipWholeRecord(RecordFile& file) {
+  if (!file.Reading()) return Fail(file, "the file is not open for reading");
+  if (file.cur_.physLeft >= 0) return Fail(file, "a text must start a physical record");
+  if (!OpenPhysical(file, 1, 0)) return false;
+  if (!file.MoveTo(file.pos_ + file.cur_.physLeft)) return Fail(file, "cannot move in the file");
+  file.cur_.physLeft = 0;
+  return ClosePhysical(file);
 }
 
 bool RecordPayload::ReadWholeRecord(RecordFile& file, std::string& bytes) {

@@ -47,11 +47,18 @@ class RecordPayload {
   static bool WriteValues(RecordFile& file, const void* data, int64_t count, int32_t width,
                           int32_t blockSize);
 
-  // Reads count values of width bytes into dst (byte order as on disk),
-  // continuing the open physical record and opening further ones as
-  // needed. maxPerRecord above 0 refuses a physical record of more values.
+  // Reads count values of width bytes into dst, continuing the open
+  // physical record and opening further ones as needed. maxPerRecord above
+  // 0 refuses a physical record of more values. With qSwap the values are
+  // put into the host's byte order, a cache-sized piece at a time right
+  // after it is read; without, they stay as on disk.
   static bool ReadValues(RecordFile& file, void* dst, int64_t count, int32_t width,
-                         int32_t maxPerRecord = 0);
+                         int32_t maxPerRecord = 0, bool qSwap = false);
+  // Steps over count values of width bytes without reading them: the
+  // length markers are read and checked, the values are jumped.
+  static bool SkipValues(RecordFile& file, int64_t count, int32_t width);
+  // Steps over one whole physical record (a store-format text).
+  static bool SkipWholeRecord(RecordFile& file);
   // Reads one whole physical record as bytes (a store-format text).
   static bool ReadWholeRecord(RecordFile& file, std::string& bytes);
   // Reads the physical record of a header into buf (24 bytes of room);
