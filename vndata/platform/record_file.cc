@@ -315,6 +315,10 @@ bool RecordFile::WriteExact(const void* src, std::size_t n, int32_t swapWidth) {
   const auto* in = static_cast<const uint8_t*>(src);
   const bool swap = swapWidth > 1 && record_bytes::kSwapNeeded;
   const std::size_t w = swap ? static_cast<std::size_t>(swapWidth) : 1;
+  if (n % w != 0) {
+    Fail("not a whole number of values");
+    return false;
+  }
   // The buffer is written to the system only when full, so every write
   // starts at a multiple of the buffer size; files written in aligned
   // pieces are also faster to read back.

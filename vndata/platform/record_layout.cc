@@ -111,12 +111,15 @@ bool HasAvx2() {
 }
 #endif
 
+SwapPath gPath = SwapPath::Best;
+
 // Reverses count values of width 4 or 8; returns how many it did with
 // vector instructions (the rest is the caller's tail).
 std::size_t SwapVector(uint8_t* dst, const uint8_t* src, std::size_t count, int32_t width) {
+  if (gPath == SwapPath::Scalar) return 0;
 #if defined(VNDATA_X86_64)
   std::size_t bytes = count * static_cast<std::size_t>(width);
-  if (HasAvx2()) {
+  if (gPath == SwapPath::Best && HasAvx2()) {
     std::size_t whole = bytes / 32 * 32;
     ShuffleAvx2(dst, src, whole, width);
     return whole / static_cast<std::size_t>(width);
@@ -142,6 +145,8 @@ void Swap64(uint8_t* dst, const uint8_t* src, std::size_t count) {
 }
 
 }  // namespace
+
+void SetSwapPathForTesting(SwapPath path) { gPath = path; }
 
 void SwapInPlace(void* data, std::size_t count, int32_t width) {
   if (!kSwapNeeded || count == 0) return;

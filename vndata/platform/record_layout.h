@@ -71,5 +71,10 @@ void SwapInPlace(void* data, std::size_t count, int32_t width);
 // reversed (a plain copy on a big-endian host or for width 1).
 void CopySwapped(void* dst, const void* src, std::size_t count, int32_t width);
 
+// Which instructions the swaps use: the best the processor has (the
+// default), or a fallback, so that tests reach every path on any machine.
+enum class SwapPath : int32_t { Best = 0, Sse2, Scalar };
+void SetSwapPathForTesting(SwapPath path);
+
 }  // namespace record_bytes
 }  // namespace vndata
