@@ -14,8 +14,6 @@ using namespace vndata::record_test;
 
 namespace {
 
-const std::string Q = "'";
-
 // Where the 4-byte words of interest sit in the valid file.
 struct Landmarks {
   std::vector<std::size_t> markers;  // every length marker

@@ -1,16 +1,22 @@
 // Helpers shared by the record file tests: a temporary folder that removes
-// itself, and whole-file byte access to check layouts byte for byte.
+// itself, whole-file byte access to check layouts byte for byte, and the
+// fixture that writes a record file and opens it again for reading.
 #pragma once
 
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <string>
 #include <vector>
+
+#include "vndata/platform/message_log.h"
+#include "vndata/platform/record_codec.h"
 
 namespace vndata::record_test {
 
@@ -70,5 +76,62 @@ inline std::vector<uint8_t> HeaderBody(const std::string& keyword, std::size_t w
   PutText(body, type);
   return body;
 }
+
+// The quote argument of the array reads.
+inline const std::string Q = "'";
+
+// A file to write records into and read them back from.
+class RecordCodecTest : public ::testing::Test {
+ protected:
+  // Writes a file through fn and opens it again for reading.
+  void Write(const std::function<void(RecordFile&)>& fn) {
+    RecordFile w;
+    bool qOK = false;
+    w.OpenForWrite(name_, qOK);
+    ASSERT_TRUE(qOK);
+    fn(w);
+    w.Close(qOK);
+    ASSERT_TRUE(qOK);
+    reader_.OpenForRead(name_, qOK);
+    ASSERT_TRUE(qOK);
+  }
+  // Puts raw bytes in the file and opens it for reading.
+  void Raw(const std::vector<uint8_t>& bytes) {
+    WriteAllBytes(name_, bytes);
+    bool qOK = false;
+    reader_.OpenForRead(name_, qOK);
+    ASSERT_TRUE(qOK);
+  }
+  std::vector<uint8_t> Bytes() const { return ReadAllBytes(name_); }
+  void ExpectHeader(const std::string& keyword, int32_t count, const std::string& type) {
+    std::string k, t;
+    int32_t n = -7;
+    bool qOK = false;
+    codec_.ReadHeader(reader_, k, n, t, qOK);
+    ASSERT_TRUE(qOK) << reader_.LastError();
+    EXPECT_EQ(k, keyword);
+    EXPECT_EQ(n, count);
+    EXPECT_EQ(t, type);
+  }
+  bool HeaderFails() {
+    std::string k, t;
+    int32_t n = 0;
+    bool qOK = true;
+    codec_.ReadHeader(reader_, k, n, t, qOK);
+    return !qOK;
+  }
+  bool AtEnd() {
+    int32_t p1 = 0, p2 = 0;
+    bool qEOF = false;
+    reader_.AtEndOfFile(p1, p2, qEOF);
+    return qEOF;
+  }
+  void SetUp() override { MessageLog::Shared().Clear(); }
+
+  TempDir dir_;
+  std::string name_ = dir_.File("records.bin");
+  RecordCodec codec_;
+  RecordFile reader_;
+};
 
 }  // namespace vndata::record_test
