@@ -31,10 +31,10 @@ TEST_F(RecordCodecTest, StoreHeaderAndDoubleValueAreLaidOutBigEndian) {
   PutRecord(want, {0xC0, 0x8F, 0x38, 0, 0, 0, 0, 0});
   EXPECT_EQ(Bytes(), want);
   // The same bytes spelled out, as the layout comment of the header shows.
-  std::vector<uint8_t> literal = {0, 0, 0, 24, 'N', 'U', 'L', 'L', 'V', 'A', 'L', ' ', ' ', ' ',
-                                  ' ', ' ', ' ', ' ', ' ', ' ', 0, 0, 0, 1, 'D', 'O', 'U', 'B',
-                                  0, 0, 0, 24, 0, 0, 0, 8, 0xC0, 0x8F, 0x38, 0, 0, 0, 0, 0,
-                                  0, 0, 0, 8};
+  std::vector<uint8_t> literal = {0,    0,    0,    24,  'N', 'U', 'L', 'L', 'V', 'A', 'L', ' ',
+                                  ' ',  ' ',  ' ',  ' ', ' ', ' ', ' ', ' ', 0,   0,   0,   1,
+                                  'D',  'O',  'U',  'B', 0,   0,   0,   24,  0,   0,   0,   8,
+                                  0xC0, 0x8F, 0x38, 0,   0,   0,   0,   0,   0,   0,   0,   8};
   EXPECT_EQ(Bytes(), literal);
 }
 
@@ -335,7 +335,8 @@ TEST_F(RecordCodecTest, MessageRecordWithValuesIsRefused) {
 // ---- keywords --------------------------------------------------------------
 
 TEST_F(RecordCodecTest, SixteenCharacterKeywordsSurviveUnshortened) {
-  const std::vector<std::string> keys = {"DSCREATIONMETHOD", "DSUNITDATASOURCE", "DQAMENDEDDATASET"};
+  const std::vector<std::string> keys = {"DSCREATIONMETHOD", "DSUNITDATASOURCE",
+                                         "DQAMENDEDDATASET"};
   Write([&](RecordFile& f) {
     bool qOK = false;
     for (const auto& k : keys) {

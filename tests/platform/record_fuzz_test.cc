@@ -95,9 +95,13 @@ int32_t Near(int32_t v, std::size_t step) {
 }
 
 std::vector<uint8_t> Mutate(std::vector<uint8_t> b, const Landmarks& m, std::mt19937& rng) {
-  auto pick = [&](std::size_t n) { return std::uniform_int_distribution<std::size_t>(0, n - 1)(rng); };
-  const int32_t interesting[] = {0, 1, -1, 4, 8, 16, 24, 25, 1000, 4000, 0x7FFFFFFF,
-                                 static_cast<int32_t>(0x80000000u), 0x01000000, -24};
+  auto pick = [&](std::size_t n) {
+    return std::uniform_int_distribution<std::size_t>(0, n - 1)(rng);
+  };
+  const int32_t interesting[] = {0,          1,    -1,         4,
+                                 8,          16,   24,         25,
+                                 1000,       4000, 0x7FFFFFFF, static_cast<int32_t>(0x80000000u),
+                                 0x01000000, -24};
   int kinds = 1 + static_cast<int>(pick(3));  // several mutations at once now and then
   for (int k = 0; k < kinds && !b.empty(); ++k) {
     switch (pick(7)) {
@@ -111,7 +115,9 @@ std::vector<uint8_t> Mutate(std::vector<uint8_t> b, const Landmarks& m, std::mt1
         break;
       case 2: {  // change a count
         std::size_t at = m.counts[pick(m.counts.size())];
-        int32_t old = at + 4 <= b.size() ? (b[at] << 24) | (b[at + 1] << 16) | (b[at + 2] << 8) | b[at + 3] : 0;
+        int32_t old = at + 4 <= b.size()
+                          ? (b[at] << 24) | (b[at + 1] << 16) | (b[at + 2] << 8) | b[at + 3]
+                          : 0;
         int32_t v = pick(2) ? interesting[pick(std::size(interesting))] : Near(old, pick(9));
         PutWord(b, at, v);
         break;
@@ -125,7 +131,8 @@ std::vector<uint8_t> Mutate(std::vector<uint8_t> b, const Landmarks& m, std::mt1
         break;
       }
       case 4: {  // change a type
-        static const char* kTypes[] = {"INTE", "REAL", "DOUB", "LOGI", "CHAR", "BYTE", "MESS", "X231"};
+        static const char* kTypes[] = {"INTE", "REAL", "DOUB", "LOGI",
+                                       "CHAR", "BYTE", "MESS", "X231"};
         std::size_t at = m.types[pick(m.types.size())];
         if (at + 4 <= b.size()) std::copy_n(kTypes[pick(8)], 4, b.begin() + static_cast<long>(at));
         break;
@@ -155,8 +162,10 @@ int ReadAll(const std::string& name, std::mt19937& rng, int64_t fileSize) {
   RecordCodec c;
   RecordFile f;
   bool q = false;
-  if (rng() % 2) f.OpenForRead(name, q);
-  else f.OpenForRandomRead(name, q);
+  if (rng() % 2)
+    f.OpenForRead(name, q);
+  else
+    f.OpenForRandomRead(name, q);
   EXPECT_TRUE(q);
   int records = 0;
   // Each header takes at least 24 bytes, so the loop ends by itself; the
@@ -178,12 +187,15 @@ int ReadAll(const std::string& name, std::mt19937& rng, int64_t fileSize) {
       for (int32_t i = 0; i < n && q; ++i) {
         Variant v;
         c.ReadValue(f, v, q);
-        if (q && v.IsString()) allocated = std::max<int64_t>(allocated, static_cast<int64_t>(v.ToText().size()));
+        if (q && v.IsString())
+          allocated = std::max<int64_t>(allocated, static_cast<int64_t>(v.ToText().size()));
       }
     } else if (t == "INTE") {
       Array<int32_t> a;
-      if (rng() % 2) c.ReadIntegerArray(n, Q, f, a, q);
-      else c.ReadIntegerBlock(n, rng() % 2 ? 0 : 1000, f, a, q);
+      if (rng() % 2)
+        c.ReadIntegerArray(n, Q, f, a, q);
+      else
+        c.ReadIntegerBlock(n, rng() % 2 ? 0 : 1000, f, a, q);
       allocated = static_cast<int64_t>(a.size()) * 4;
     } else if (t == "REAL") {
       Array<float> a;
@@ -218,7 +230,7 @@ int ReadAll(const std::string& name, std::mt19937& rng, int64_t fileSize) {
 }
 
 TEST(RecordFuzz, TenThousandMutatedFilesEndEveryReadWithAFlag) {
-  TempDir dir;
+  TempDir dir(true);
   std::string valid = dir.File("valid.bin");
   std::vector<uint8_t> good = MakeValidFile(valid);
   Landmarks marks = FindLandmarks(good);

@@ -37,7 +37,8 @@ bool OpmAvailable(std::string& why) {
     return false;
   }
   std::fclose(test);
-  std::string cmd = std::string(kPython) + " -c \"from opm.io.ecl import EclFile\" > /dev/null 2>&1";
+  std::string cmd =
+      std::string(kPython) + " -c \"from opm.io.ecl import EclFile\" > /dev/null 2>&1";
   if (std::system(cmd.c_str()) != 0) {
     why = "python3-opm-common is not installed (no opm.io.ecl for " + std::string(kPython) + ")";
     return false;

@@ -22,9 +22,13 @@ namespace vndata::record_test {
 
 class TempDir {
  public:
-  TempDir() {
-    std::string pattern =
-        (std::filesystem::temp_directory_path() / "vndata_records_XXXXXX").string();
+  // qInMemory asks for a memory-backed folder (/dev/shm) where there is one,
+  // for tests that rewrite files many times and must not wait on the disk.
+  explicit TempDir(bool qInMemory = false) {
+    std::error_code ec;
+    std::filesystem::path base = std::filesystem::temp_directory_path();
+    if (qInMemory && std::filesystem::is_directory("/dev/shm", ec)) base = "/dev/shm";
+    std::string pattern = (base / "vndata_records_XXXXXX").string();
     std::vector<char> buf(pattern.begin(), pattern.end());
     buf.push_back('\0');
     char* made = mkdtemp(buf.data());
@@ -51,7 +55,8 @@ inline std::vector<uint8_t> ReadAllBytes(const std::string& name) {
 
 inline void WriteAllBytes(const std::string& name, const std::vector<uint8_t>& bytes) {
   std::ofstream out(name, std::ios::binary | std::ios::trunc);
-  out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+  out.write(reinterpret_cast<const char*>(bytes.data()),
+            static_cast<std::streamsize>(bytes.size()));
 }
 
 // Builders for expected bytes.
@@ -59,7 +64,9 @@ inline void PutBE32(std::vector<uint8_t>& b, int32_t v) {
   uint32_t u = static_cast<uint32_t>(v);
   for (int s = 24; s >= 0; s -= 8) b.push_back(static_cast<uint8_t>(u >> s));
 }
-inline void PutText(std::vector<uint8_t>& b, const std::string& s) { b.insert(b.end(), s.begin(), s.end()); }
+inline void PutText(std::vector<uint8_t>& b, const std::string& s) {
+  b.insert(b.end(), s.begin(), s.end());
+}
 // One physical record around the given bytes.
 inline void PutRecord(std::vector<uint8_t>& b, const std::vector<uint8_t>& body) {
   PutBE32(b, static_cast<int32_t>(body.size()));

@@ -110,7 +110,8 @@ TEST_F(RecordCodecTest, ATargetVariantKeepsItsType) {
   codec_.ReadValue(reader_, target, qOK);
   EXPECT_FALSE(qOK);
   ASSERT_FALSE(MessageLog::Shared().Lines().empty());
-  EXPECT_EQ(MessageLog::Shared().Lines().back(), "Error:Overflow (No.6) In [RecordCodec (ReadValue)] ");
+  EXPECT_EQ(MessageLog::Shared().Lines().back(),
+            "Error:Overflow (No.6) In [RecordCodec (ReadValue)] ");
   EXPECT_EQ(target.ToInteger(), 1);
 }
 
@@ -124,12 +125,14 @@ TEST_F(RecordCodecTest, AValueThatDoesNotConvertIsTracedAndNothingIsWritten) {
   EXPECT_FALSE(qOK);
   EXPECT_EQ(f.FileSize(), size);
   ASSERT_EQ(MessageLog::Shared().Lines().size(), 1u);
-  EXPECT_EQ(MessageLog::Shared().Lines()[0], "Error:Type mismatch (No.13) In [RecordCodec (WriteValue)] ");
+  EXPECT_EQ(MessageLog::Shared().Lines()[0],
+            "Error:Type mismatch (No.13) In [RecordCodec (WriteValue)] ");
   EXPECT_TRUE(MessageLog::Shared().Flags()[0]);
   codec_.WriteHeader(f, "GRID>", 1, "BYTE", qOK);
   codec_.WriteValue(f, Variant(int32_t{256}), qOK);
   EXPECT_FALSE(qOK);
-  EXPECT_EQ(MessageLog::Shared().Lines().back(), "Error:Overflow (No.6) In [RecordCodec (WriteValue)] ");
+  EXPECT_EQ(MessageLog::Shared().Lines().back(),
+            "Error:Overflow (No.6) In [RecordCodec (WriteValue)] ");
 }
 
 TEST_F(RecordCodecTest, ValuesWrittenOneByOneReadAsOneArrayAndBack) {
@@ -370,8 +373,10 @@ TEST_F(RecordCodecTest, LargePayloadsAtOddOffsetsRoundTripInBothReadModes) {
   });
   for (bool random : {false, true}) {
     bool qOK = false;
-    if (random) reader_.OpenForRandomRead(name_, qOK);
-    else reader_.OpenForRead(name_, qOK);
+    if (random)
+      reader_.OpenForRandomRead(name_, qOK);
+    else
+      reader_.OpenForRead(name_, qOK);
     ASSERT_TRUE(qOK);
     ExpectHeader("ODD", 3, "BYTE");
     Array<uint8_t> b;
@@ -392,7 +397,8 @@ TEST_F(RecordCodecTest, LargePayloadsAtOddOffsetsRoundTripInBothReadModes) {
     std::vector<float> rest(nf - 20000);
     codec_.ReadRealArray(nf - 20000, Q, reader_, rest.data(), qOK);
     ASSERT_TRUE(qOK) << reader_.LastError();
-    for (int32_t i = 20001; i <= nf; ++i) ASSERT_EQ(rest[static_cast<std::size_t>(i - 20001)], r(i)) << i;
+    for (int32_t i = 20001; i <= nf; ++i)
+      ASSERT_EQ(rest[static_cast<std::size_t>(i - 20001)], r(i)) << i;
     ExpectHeader("END", 0, "CHAR");
     EXPECT_TRUE(AtEnd());
   }

@@ -112,8 +112,7 @@ void FromVariant(const Variant& v, bool& out) { out = v.ToBool(); }
 void RecordCodec::ReadHeader(RecordFile& file, std::string& keyword, int32_t& count,
                              std::string& type, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (ReadHeader)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (ReadHeader)", [&] {
     uint8_t buf[kStoreHeaderBytes];
     int32_t n = 0;
     if (!P::ReadHeaderRecord(file, buf, n)) return;
@@ -147,15 +146,15 @@ void RecordCodec::ReadHeader(RecordFile& file, std::string& keyword, int32_t& co
 void RecordCodec::WriteHeader(RecordFile& file, const std::string& keyword, int32_t count,
                               const std::string& type, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (WriteHeader)";
-  RunGuarded(kTag, [&] { WriteHeaderOf(file, keyword, count, type, false, qOK); });
+  RunGuarded("RecordCodec (WriteHeader)",
+             [&] { WriteHeaderOf(file, keyword, count, type, false, qOK); });
 }
 
 void RecordCodec::WriteSimulatorHeader(RecordFile& file, const std::string& keyword, int32_t count,
                                        const std::string& type, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (WriteSimulatorHeader)";
-  RunGuarded(kTag, [&] { WriteHeaderOf(file, keyword, count, type, true, qOK); });
+  RunGuarded("RecordCodec (WriteSimulatorHeader)",
+             [&] { WriteHeaderOf(file, keyword, count, type, true, qOK); });
 }
 
 void RecordCodec::WriteHeaderOf(RecordFile& file, const std::string& keyword, int32_t count,
@@ -198,8 +197,7 @@ void RecordCodec::WriteHeaderOf(RecordFile& file, const std::string& keyword, in
 
 void RecordCodec::ReadValue(RecordFile& file, Variant& value, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (ReadValue)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (ReadValue)", [&] {
     Variant read;
     if (!ReadNatural(file, read)) return;
     AssignToTarget(value, read);
@@ -210,8 +208,7 @@ void RecordCodec::ReadValue(RecordFile& file, Variant& value, bool& qOK) {
 template <class T>
 void RecordCodec::ReadValueAs(RecordFile& file, T& value, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (ReadValue)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (ReadValue)", [&] {
     Variant read;
     if (!ReadNatural(file, read)) return;
     FromVariant(read, value);
@@ -240,8 +237,7 @@ void RecordCodec::ReadValue(RecordFile& file, bool& value, bool& qOK) {
 
 void RecordCodec::WriteValue(RecordFile& file, const Variant& value, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (WriteValue)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (WriteValue)", [&] {
     if (!P::Writing(file)) {
       P::Fail(file, "the file is not open for writing");
       return;
@@ -295,8 +291,7 @@ void RecordCodec::WriteValue(RecordFile& file, const Variant& value, bool& qOK) 
 
 void RecordCodec::SkipValues(int32_t count, RecordFile& file, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (SkipValues)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (SkipValues)", [&] {
     if (!P::Reading(file)) {
       P::Fail(file, "the file is not open for reading");
       return;
@@ -331,8 +326,7 @@ void RecordCodec::SkipValues(int32_t count, RecordFile& file, bool& qOK) {
 void RecordCodec::WriteCharValue(int32_t width, const std::string& text, RecordFile& file,
                                  bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (WriteCharValue)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (WriteCharValue)", [&] {
     if (!P::Writing(file)) {
       P::Fail(file, "the file is not open for writing");
       return;

@@ -105,8 +105,8 @@ class RecordCodec {
   // Reads an "INTE" payload like ReadIntegerArray. blockSize above 0 also
   // requires that no physical record holds more than blockSize values; 0
   // accepts any blocking (what WriteIntegerArray with block size 0 wrote).
-  void ReadIntegerBlock(int32_t count, int32_t blockSize, RecordFile& file,
-                        Array<int32_t>& values, bool& qOK);
+  void ReadIntegerBlock(int32_t count, int32_t blockSize, RecordFile& file, Array<int32_t>& values,
+                        bool& qOK);
   void ReadIntegerBlock(int32_t count, RecordFile& file, Array<int32_t>& values, bool& qOK) {
     ReadIntegerBlock(count, 0, file, values, qOK);
   }
@@ -193,14 +193,14 @@ class RecordCodec {
   // Bulk overloads on plain memory.
   void ReadDoubleArray(int32_t count, const std::string& quote, RecordFile& file, double* values,
                        bool& qOK);
-  void ReadIntegerArray(int32_t count, const std::string& quote, RecordFile& file,
-                        int32_t* values, bool& qOK);
+  void ReadIntegerArray(int32_t count, const std::string& quote, RecordFile& file, int32_t* values,
+                        bool& qOK);
   void ReadRealArray(int32_t count, const std::string& quote, RecordFile& file, float* values,
                      bool& qOK);
   void WriteDoubleArray(int32_t count, int32_t blockSize, const double* values, RecordFile& file,
                         bool& qOK);
-  void WriteIntegerArray(int32_t count, int32_t blockSize, const int32_t* values,
-                         RecordFile& file, bool& qOK);
+  void WriteIntegerArray(int32_t count, int32_t blockSize, const int32_t* values, RecordFile& file,
+                         bool& qOK);
   void WriteRealArray(int32_t count, int32_t blockSize, const float* values, RecordFile& file,
                       bool& qOK);
 

@@ -91,8 +91,7 @@ constexpr std::initializer_list<RecordType> kIntegerTypes = {RecordType::Inte, R
 void RecordCodec::ReadByteArray(int32_t count, RecordFile& file, Array<uint8_t>& values,
                                 bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (ReadByteArray)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (ReadByteArray)", [&] {
     if (!CheckRead(file, count, 1, {RecordType::Byte})) return;
     if (count > 0) {
       if (!values.IsAllocated() || values.LBound() != 1 ||
@@ -107,8 +106,7 @@ void RecordCodec::ReadByteArray(int32_t count, RecordFile& file, Array<uint8_t>&
 void RecordCodec::ReadIntegerBlock(int32_t count, int32_t blockSize, RecordFile& file,
                                    Array<int32_t>& values, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (ReadIntegerBlock)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (ReadIntegerBlock)", [&] {
     if (blockSize < 0) {
       P::Fail(file, "negative block size");
       return;
@@ -122,8 +120,7 @@ void RecordCodec::ReadIntegerBlock(int32_t count, int32_t blockSize, RecordFile&
 void RecordCodec::ReadIntegerArray(int32_t count, const std::string& /*quote*/, RecordFile& file,
                                    Array<int32_t>& values, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (ReadIntegerArray)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (ReadIntegerArray)", [&] {
     if (!CheckRead(file, count, 4, kIntegerTypes)) return;
     if (count > 0 && !ReadNumbers(file, count, Target(values, count))) return;
     qOK = true;
@@ -133,8 +130,7 @@ void RecordCodec::ReadIntegerArray(int32_t count, const std::string& /*quote*/, 
 void RecordCodec::ReadIntegerArray(int32_t count, const std::string& /*quote*/, RecordFile& file,
                                    int32_t* values, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (ReadIntegerArray)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (ReadIntegerArray)", [&] {
     if (!CheckRead(file, count, 4, kIntegerTypes)) return;
     qOK = ReadNumbers(file, count, values);
   });
@@ -143,8 +139,7 @@ void RecordCodec::ReadIntegerArray(int32_t count, const std::string& /*quote*/, 
 void RecordCodec::ReadRealArray(int32_t count, const std::string& /*quote*/, RecordFile& file,
                                 Array<float>& values, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (ReadRealArray)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (ReadRealArray)", [&] {
     if (!CheckRead(file, count, 4, {RecordType::Real})) return;
     if (count > 0 && !ReadNumbers(file, count, Target(values, count))) return;
     qOK = true;
@@ -154,8 +149,7 @@ void RecordCodec::ReadRealArray(int32_t count, const std::string& /*quote*/, Rec
 void RecordCodec::ReadRealArray(int32_t count, const std::string& /*quote*/, RecordFile& file,
                                 float* values, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (ReadRealArray)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (ReadRealArray)", [&] {
     if (!CheckRead(file, count, 4, {RecordType::Real})) return;
     qOK = ReadNumbers(file, count, values);
   });
@@ -164,8 +158,7 @@ void RecordCodec::ReadRealArray(int32_t count, const std::string& /*quote*/, Rec
 void RecordCodec::ReadDoubleArray(int32_t count, const std::string& /*quote*/, RecordFile& file,
                                   Array<double>& values, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (ReadDoubleArray)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (ReadDoubleArray)", [&] {
     if (!CheckRead(file, count, 8, {RecordType::Doub})) return;
     if (count > 0 && !ReadNumbers(file, count, Target(values, count))) return;
     qOK = true;
@@ -175,8 +168,7 @@ void RecordCodec::ReadDoubleArray(int32_t count, const std::string& /*quote*/, R
 void RecordCodec::ReadDoubleArray(int32_t count, const std::string& /*quote*/, RecordFile& file,
                                   double* values, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (ReadDoubleArray)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (ReadDoubleArray)", [&] {
     if (!CheckRead(file, count, 8, {RecordType::Doub})) return;
     qOK = ReadNumbers(file, count, values);
   });
@@ -185,8 +177,7 @@ void RecordCodec::ReadDoubleArray(int32_t count, const std::string& /*quote*/, R
 void RecordCodec::ReadLogicalArray(int32_t count, const std::string& /*quote*/, RecordFile& file,
                                    Array<int16_t>& values, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (ReadLogicalArray)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (ReadLogicalArray)", [&] {
     // A "BYTE" record is read one byte a truth value; every other record
     // (and a raw payload) as 32-bit words.
     bool bytes = P::RecordOpen(file) && P::CurrentType(file) == RecordType::Byte;
@@ -217,8 +208,7 @@ void RecordCodec::ReadLogicalArray(int32_t count, const std::string& /*quote*/, 
 void RecordCodec::WriteByteArray(int32_t count, const Array<uint8_t>& values, RecordFile& file,
                                  bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (WriteByteArray)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (WriteByteArray)", [&] {
     if (!CheckWrite(file, count, 0, {RecordType::Byte})) return;
     if (count > 0 && !WriteNumbers(file, count, 0, Source(values, count))) return;
     qOK = true;
@@ -228,8 +218,7 @@ void RecordCodec::WriteByteArray(int32_t count, const Array<uint8_t>& values, Re
 void RecordCodec::WriteIntegerArray(int32_t count, int32_t blockSize, const Array<int32_t>& values,
                                     RecordFile& file, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (WriteIntegerArray)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (WriteIntegerArray)", [&] {
     if (!CheckWrite(file, count, blockSize, kIntegerTypes)) return;
     if (count > 0 && !WriteNumbers(file, count, blockSize, Source(values, count))) return;
     qOK = true;
@@ -239,8 +228,7 @@ void RecordCodec::WriteIntegerArray(int32_t count, int32_t blockSize, const Arra
 void RecordCodec::WriteIntegerArray(int32_t count, int32_t blockSize, const int32_t* values,
                                     RecordFile& file, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (WriteIntegerArray)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (WriteIntegerArray)", [&] {
     if (!CheckWrite(file, count, blockSize, kIntegerTypes)) return;
     qOK = WriteNumbers(file, count, blockSize, values);
   });
@@ -249,8 +237,7 @@ void RecordCodec::WriteIntegerArray(int32_t count, int32_t blockSize, const int3
 void RecordCodec::WriteRealArray(int32_t count, int32_t blockSize, const Array<float>& values,
                                  RecordFile& file, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (WriteRealArray)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (WriteRealArray)", [&] {
     if (!CheckWrite(file, count, blockSize, {RecordType::Real})) return;
     if (count > 0 && !WriteNumbers(file, count, blockSize, Source(values, count))) return;
     qOK = true;
@@ -260,8 +247,7 @@ void RecordCodec::WriteRealArray(int32_t count, int32_t blockSize, const Array<f
 void RecordCodec::WriteRealArray(int32_t count, int32_t blockSize, const float* values,
                                  RecordFile& file, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (WriteRealArray)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (WriteRealArray)", [&] {
     if (!CheckWrite(file, count, blockSize, {RecordType::Real})) return;
     qOK = WriteNumbers(file, count, blockSize, values);
   });
@@ -270,8 +256,7 @@ void RecordCodec::WriteRealArray(int32_t count, int32_t blockSize, const float* 
 void RecordCodec::WriteDoubleArray(int32_t count, int32_t blockSize, const Array<double>& values,
                                    RecordFile& file, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (WriteDoubleArray)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (WriteDoubleArray)", [&] {
     if (!CheckWrite(file, count, blockSize, {RecordType::Doub})) return;
     if (count > 0 && !WriteNumbers(file, count, blockSize, Source(values, count))) return;
     qOK = true;
@@ -281,8 +266,7 @@ void RecordCodec::WriteDoubleArray(int32_t count, int32_t blockSize, const Array
 void RecordCodec::WriteDoubleArray(int32_t count, int32_t blockSize, const double* values,
                                    RecordFile& file, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (WriteDoubleArray)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (WriteDoubleArray)", [&] {
     if (!CheckWrite(file, count, blockSize, {RecordType::Doub})) return;
     qOK = WriteNumbers(file, count, blockSize, values);
   });
@@ -291,8 +275,7 @@ void RecordCodec::WriteDoubleArray(int32_t count, int32_t blockSize, const doubl
 void RecordCodec::WriteCharArray(int32_t count, int32_t width, int32_t blockSize,
                                  const Array<std::string>& values, RecordFile& file, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordCodec (WriteCharArray)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordCodec (WriteCharArray)", [&] {
     if (!CheckWrite(file, count, blockSize, {RecordType::Char})) return;
     if (width < 1) {
       P::Fail(file, "a name must be at least 1 character wide");

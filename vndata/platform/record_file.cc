@@ -67,8 +67,7 @@ void RecordFile::OpenForRandomRead(const std::string& zName, bool& qOK) {
 
 void RecordFile::Open(const std::string& zName, RecordFileMode mode, bool& qOK) {
   qOK = false;
-  static const std::string kTag = "RecordFile (Open)";
-  RunGuarded(kTag, [&] {
+  RunGuarded("RecordFile (Open)", [&] {
     Close();
     name_ = zName;
     lastError_.clear();
@@ -85,7 +84,7 @@ void RecordFile::Open(const std::string& zName, RecordFileMode mode, bool& qOK) 
       Fail("not a regular file");
       return;
     }
-    std::size_t cap = writing ? kWriteBuffer
+    std::size_t cap = writing                        ? kWriteBuffer
                       : mode == RecordFileMode::Read ? kSequentialBuffer
                                                      : kRandomBuffer;
     if (bufCap_ != cap) {
@@ -186,8 +185,7 @@ void RecordFile::AtEndOfFile(int32_t& iPos1, int32_t& iPos2, bool& qEOF) {
 }
 
 void RecordFile::ProgressTick() {
-  static const std::string kTag = "RecordFile (ProgressTick)";
-  RunGuarded(kTag, [] {
+  RunGuarded("RecordFile (ProgressTick)", [] {
     if (auto& container = Module().pctContainer) container->Tick();
   });
 }

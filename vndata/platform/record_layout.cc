@@ -78,11 +78,11 @@ void Swap64Scalar(uint8_t* dst, const uint8_t* src, std::size_t i, std::size_t c
 // 32) with the AVX2 byte shuffle.
 __attribute__((target("avx2"))) void ShuffleAvx2(uint8_t* dst, const uint8_t* src,
                                                  std::size_t nBytes, int32_t width) {
-  const __m256i mask =
-      width == 4 ? _mm256_setr_epi8(3, 2, 1, 0, 7, 6, 5, 4, 11, 10, 9, 8, 15, 14, 13, 12, 3, 2, 1,
-                                    0, 7, 6, 5, 4, 11, 10, 9, 8, 15, 14, 13, 12)
-                 : _mm256_setr_epi8(7, 6, 5, 4, 3, 2, 1, 0, 15, 14, 13, 12, 11, 10, 9, 8, 7, 6, 5,
-                                    4, 3, 2, 1, 0, 15, 14, 13, 12, 11, 10, 9, 8);
+  const __m256i mask = width == 4
+                           ? _mm256_setr_epi8(3, 2, 1, 0, 7, 6, 5, 4, 11, 10, 9, 8, 15, 14, 13, 12,
+                                              3, 2, 1, 0, 7, 6, 5, 4, 11, 10, 9, 8, 15, 14, 13, 12)
+                           : _mm256_setr_epi8(7, 6, 5, 4, 3, 2, 1, 0, 15, 14, 13, 12, 11, 10, 9, 8,
+                                              7, 6, 5, 4, 3, 2, 1, 0, 15, 14, 13, 12, 11, 10, 9, 8);
   for (std::size_t i = 0; i < nBytes; i += 32) {
     __m256i v = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(src + i));
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(dst + i), _mm256_shuffle_epi8(v, mask));
