@@ -1,0 +1,214 @@
+#include "vndata/derived/mx_derived_quantity.h"
+
+#include "vndata/platform/runtime_fault.h"
+
+namespace vndata {
+
+namespace {
+std::string Tag(const char* zProcedure) { return TagOf("mxDerivedQuantity (Code)", zProcedure); }
+}  // namespace
+
+mxDerivedQuantity::mxDerivedQuantity() {
+  InitialiseArray(-1);
+  TargetDataSet_ = -1;
+  ResultSolIndex_ = -1;
+}
+
+void mxDerivedQuantity::AddArguments(const std::string& Argument, const std::string& FileName,
+                                     const std::string& Source, const std::string& ColHead,
+                                     bool Hide, const std::string& zOrigin, int32_t SolIndex,
+                                     const std::string& Class) {
+  RunGuarded(Tag("AddArguments"), [&] {
+    NumberOfArguments_ += 1;
+    Arguments_.ReDimPreserve(NumberOfArguments_);
+    SetArguments(NumberOfArguments_, Argument, FileName, Source, ColHead, Hide, zOrigin, SolIndex,
+                 Class);
+  });
+}
+
+void mxDerivedQuantity::SetArguments(int32_t Index, const std::string& Argument,
+                                     const std::string& FileName, const std::string& Source,
+                                     const std::string& ColHead, bool Hide,
+                                     const std::string& zOrigin, int32_t SolIndex,
+                                     const std::string& Class) {
+  RunGuarded(Tag("SetArguments"), [&] {
+    if (!ValidIndxe(Index)) return;
+    DQArgument& a = Arguments_(Index);
+    // Overwriting an argument discards its resampling.
+    a.Method = kResampleNone;
+    a.Argument = Argument;
+    a.FileName = FileName;
+    a.Source = Source;
+    a.ColHead = ColHead;
+    a.zOrigin = zOrigin;
+    a.Hide = Hide;
+    a.SolIndex = SolIndex;
+    a.Class = Class;
+  });
+}
+
+void mxDerivedQuantity::GetArguments(int32_t Index, std::string& Argument, std::string& FileName,
+                                     std::string& Source, std::string& ColHead, bool& Hide,
+                                     std::string& zOrigin, int32_t& SolIndex,
+                                     std::string& Class) const {
+  RunGuarded(Tag("GetArguments"), [&] {
+    if (!ValidIndxe(Index)) return;
+    const DQArgument& a = Arguments_(Index);
+    Argument = a.Argument;
+    FileName = a.FileName;
+    Source = a.Source;
+    ColHead = a.ColHead;
+    Hide = a.Hide;
+    zOrigin = a.zOrigin;
+    SolIndex = a.SolIndex;
+    Class = a.Class;
+  });
+}
+
+void mxDerivedQuantity::GetArguments(int32_t Index, std::string& Argument, std::string& FileName,
+                                     std::string& Source, std::string& ColHead, bool& Hide,
+                                     std::string& zOrigin, int32_t& SolIndex) const {
+  RunGuarded(Tag("GetArguments"), [&] {
+    if (!ValidIndxe(Index)) return;
+    const DQArgument& a = Arguments_(Index);
+    Argument = a.Argument;
+    FileName = a.FileName;
+    Source = a.Source;
+    ColHead = a.ColHead;
+    Hide = a.Hide;
+    zOrigin = a.zOrigin;
+    SolIndex = a.SolIndex;
+  });
+}
+
+void mxDerivedQuantity::GetArguments(int32_t Index, std::string& Argument, std::string& FileName,
+                                     std::string& Source, std::string& ColHead, bool& Hide,
+                                     std::string& zOrigin) const {
+  RunGuarded(Tag("GetArguments"), [&] {
+    if (!ValidIndxe(Index)) return;
+    const DQArgument& a = Arguments_(Index);
+    Argument = a.Argument;
+    FileName = a.FileName;
+    Source = a.Source;
+    ColHead = a.ColHead;
+    Hide = a.Hide;
+    zOrigin = a.zOrigin;
+  });
+}
+
+void mxDerivedQuantity::GetArguments(int32_t Index, std::string& Argument, std::string& FileName,
+                                     std::string& Source, std::string& ColHead,
+                                     bool& Hide) const {
+  RunGuarded(Tag("GetArguments"), [&] {
+    if (!ValidIndxe(Index)) return;
+    const DQArgument& a = Arguments_(Index);
+    Argument = a.Argument;
+    FileName = a.FileName;
+    Source = a.Source;
+    ColHead = a.ColHead;
+    Hide = a.Hide;
+  });
+}
+
+void mxDerivedQuantity::GetResampleMethod(int32_t Index, int32_t& Method) const {
+  RunGuarded(Tag("GetResampleMethod"), [&] {
+    if (!ValidIndxe(Index)) return;
+    Method = Arguments_(Index).Method;
+  });
+}
+
+void mxDerivedQuantity::GetResampleStepSize(int32_t Index, int32_t& StepSize) const {
+  RunGuarded(Tag("GetResampleStepSize"), [&] {
+    if (!ValidIndxe(Index)) return;
+    StepSize = Arguments_(Index).StepSize;
+  });
+}
+
+void mxDerivedQuantity::GetResamplePeriod(int32_t Index, int32_t& Interval, std::string& Units,
+                                          Date& StartDate) const {
+  RunGuarded(Tag("GetResamplePeriod"), [&] {
+    if (!ValidIndxe(Index)) return;
+    const DQArgument& a = Arguments_(Index);
+    Interval = a.Interval;
+    Units = a.Units;
+    StartDate = a.StartDate;
+  });
+}
+
+void mxDerivedQuantity::SetResampleStepSize(int32_t Index, int32_t StepSize) {
+  RunGuarded(Tag("SetResampleStepSize"), [&] {
+    if (!ValidIndxe(Index)) return;
+    DQArgument& a = Arguments_(Index);
+    a.Method = kResampleByStepSize;
+    a.StepSize = StepSize;
+  });
+}
+
+void mxDerivedQuantity::SetResamplePeriod(int32_t Index, int32_t Interval,
+                                          const std::string& Units, Date StartDate) {
+  RunGuarded(Tag("SetResamplePeriod"), [&] {
+    if (!ValidIndxe(Index)) return;
+    DQArgument& a = Arguments_(Index);
+    a.Method = kResampleByPeriod;
+    a.Interval = Interval;
+    a.Units = Units;
+    a.StartDate = StartDate;
+  });
+}
+
+void mxDerivedQuantity::InitialiseArray(int32_t NumArgs) {
+  RunGuarded(Tag("InitialiseArray"), [&] {
+    if (NumArgs > 0) {
+      NumberOfArguments_ = NumArgs;
+      Arguments_.ReDimPreserve(NumArgs);
+    } else {
+      NumberOfArguments_ = 0;
+      Arguments_.ReDim(1, 1);
+    }
+  });
+}
+
+void mxDerivedQuantity::SetList(const Array<std::string>& zList, int32_t nList) {
+  RunGuarded(Tag("SetList"), [&] {
+    nList_ = nList;
+    if (nList > 0) zList_ = zList;
+  });
+}
+
+void mxDerivedQuantity::GetList(Array<std::string>& zList, int32_t& nList) const {
+  RunGuarded(Tag("GetList"), [&] {
+    nList = nList_;
+    if (nList_ > 0) zList = zList_;
+  });
+}
+
+bool mxDerivedQuantity::GetArgument_ReAssociate(int32_t Index, bool& qOK) const {
+  bool qFlag = false;
+  qOK = false;
+  RunGuarded(Tag("GetArgument_ReAssociate"), [&] {
+    if (!ValidIndxe(Index)) return;
+    qFlag = Arguments_(Index).ReAssociate;
+    qOK = true;
+  });
+  return qFlag;
+}
+
+void mxDerivedQuantity::SetArgument_ReAssociate(int32_t Index, bool qReassociate, bool& qOK) {
+  qOK = false;
+  RunGuarded(Tag("SetArgument_ReAssociate"), [&] {
+    if (!ValidIndxe(Index)) return;
+    Arguments_(Index).ReAssociate = qReassociate;
+    qOK = true;
+  });
+}
+
+std::string mxDerivedQuantity::GetArgumentName(int32_t Index) const {
+  std::string zName;
+  RunGuarded(Tag("GetArgumentName"), [&] {
+    if (!ValidIndxe(Index)) return;
+    zName = Arguments_(Index).Argument;
+  });
+  return zName;
+}
+
+}  // namespace vndata
