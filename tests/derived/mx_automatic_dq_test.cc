@@ -54,6 +54,17 @@ TEST_F(AutomaticDQTest, AllRowsNullGivesAllNullAndFalse) {
   EXPECT_EQ(Values(out), (std::vector<float>{kNull, kNull, kNull}));
 }
 
+TEST_F(AutomaticDQTest, AllRowsNullGivesAllNullAndFalseForEveryRule) {
+  Array2<float> args = Block({{kNull, 1.f}, {2.f, kNull}});
+  for (int32_t rule = 1; rule <= 10; ++rule) {
+    Array<float> out{5.f};
+    bool qOK = true;
+    adq.CalculateADQWithNull(rule, args, true, kNull, out, qOK, Variant(2.0f));
+    EXPECT_FALSE(qOK) << rule;
+    EXPECT_EQ(Values(out), (std::vector<float>{kNull, kNull})) << rule;
+  }
+}
+
 TEST_F(AutomaticDQTest, NoRowNullGivesTheResultOfTheRuleOff) {
   Array2<float> args = Block({{1.f, 4.f, 9.f, 2.5f}, {2.f, 0.f, 3.f, 0.5f}});
   for (int32_t rule = 1; rule <= 10; ++rule) {
@@ -199,6 +210,66 @@ TEST_F(AutomaticDQTest, LongColumnsGiveTheSameBitsWithAndWithoutTheRuleAcrossBlo
   EXPECT_EQ(out(n - 1), kNull);
   EXPECT_EQ(out(1), (0.0f + args(1, 1) + args(1, 2)) + args(1, 3));
   EXPECT_EQ(out(n), (0.0f + args(n, 1) + args(n, 2)) + args(n, 3));
+}
+
+TEST_F(AutomaticDQTest, LongTwoArgumentColumnsWithoutNullsMatchTheRuleOff) {
+  const int32_t n = 3001;
+  Array2<float> args(1, n, 1, 2);
+  for (int32_t i = 1; i <= n; ++i) {
+    args(i, 1) = 1.25f * static_cast<float>(i % 11) - 6.0f;
+    args(i, 2) = static_cast<float>(i % 9) - 4.0f;
+  }
+  for (int32_t rule : {kADQRatio, kADQCut, kADQAddition, kADQMultiplication}) {
+    Array<float> on, off;
+    bool q1 = false, q2 = false;
+    adq.CalculateADQWithNull(rule, args, true, kNull, on, q1);
+    adq.CalculateADQWithNull(rule, args, false, kNull, off, q2);
+    EXPECT_TRUE(q1 && q2);
+    EXPECT_TRUE(SameBits(on, off)) << "rule " << rule;
+    for (int32_t i = 1; i <= n; ++i) {
+      float a = args(i, 1), b = args(i, 2), sum = (0.0f + a) + b;
+      float want = rule == kADQRatio       ? (b == 0.f ? kNull : a / b)
+                   : rule == kADQAddition  ? sum
+                   : rule == kADQMultiplication ? (1.0f * a) * b
+                                           : (sum == 0.f ? kNull : a / sum);
+      ASSERT_EQ(off(i), want) << "rule " << rule << " row " << i;
+    }
+  }
+}
+
+TEST_F(AutomaticDQTest, ScatteredNullRowsOverManyBlocksAreNullAndTheRestComputed) {
+  const int32_t n = 4100;
+  Array2<float> args(1, n, 1, 2);
+  for (int32_t i = 1; i <= n; ++i) {
+    args(i, 1) = static_cast<float>(i % 13) - 4.0f;
+    args(i, 2) = static_cast<float>(i % 7) - 3.0f;
+    if (i % 311 == 0) args(i, 1) = kNull;
+    if (i % 509 == 0) args(i, 2) = kNull;
+  }
+  for (int32_t rule : {kADQRatio, kADQCut, kADQAddition, kADQMultiplication}) {
+    Array<float> out;
+    bool qOK = false;
+    adq.CalculateADQWithNull(rule, args, true, kNull, out, qOK);
+    EXPECT_TRUE(qOK);
+    ASSERT_EQ(out.UBound(), n);
+    for (int32_t i = 1; i <= n; ++i) {
+      float a = args(i, 1), b = args(i, 2);
+      float want;
+      if (a == kNull || b == kNull) {
+        want = kNull;
+      } else if (rule == kADQRatio) {
+        want = b == 0.f ? kNull : a / b;
+      } else if (rule == kADQAddition) {
+        want = (0.0f + a) + b;
+      } else if (rule == kADQMultiplication) {
+        want = (1.0f * a) * b;
+      } else {
+        float sum = (0.0f + a) + b;
+        want = sum == 0.f ? kNull : a / sum;
+      }
+      ASSERT_EQ(out(i), want) << "rule " << rule << " row " << i;
+    }
+  }
 }
 
 // ---- kernels -----------------------------------------------------------------

@@ -8,9 +8,9 @@
 //     DQStoreFacade::DQAdd(*DerivedQuantities_, NewDQ);
 //   }
 //
-// A fault in a forwarder itself is logged as
-// "... In [mxDataStore (Code) (<member>)] ", the data store's own tag; faults
-// inside the mxDQStore operations carry that class's tags.
+// A fault in a forwarder itself is logged in the data store's own wording,
+// "Error: <text> (No. <n>) In [mxDataStore (Code) (<member>)] "; faults
+// inside the mxDQStore operations carry that class's tags and wording.
 #pragma once
 
 #include <cstdint>

@@ -43,37 +43,61 @@ bool FusableRule(int32_t iRule, int32_t m) {
   }
 }
 
-// The kernel of a fusable rule over rows [b, e).
-void FusedRows(int32_t iRule, const std::vector<const float*>& c, float sNull, float* out,
+// The kernel of a fusable rule over rows [b, e). Returns whether any argument
+// in those rows equals sNull: two-argument rules find out while computing,
+// others by a scan of the rows just computed.
+bool FusedRows(int32_t iRule, const std::vector<const float*>& c, float sNull, float* out,
                std::size_t b, std::size_t e) {
   int32_t m = static_cast<int32_t>(c.size());
+  if (m == 2) {
+    switch (iRule) {
+      case kADQAddition: return adq::Apply2<true>(c[0], c[1], out, b, e, sNull, adq::Add2{});
+      case kADQMultiplication: return adq::Apply2<true>(c[0], c[1], out, b, e, sNull, adq::Mul2{});
+      case kADQCut: return adq::Apply2<true>(c[0], c[1], out, b, e, sNull, adq::Cut2{sNull});
+      case kADQRatio: return adq::Apply2<true>(c[0], c[1], out, b, e, sNull, adq::Ratio2{sNull});
+      default: return false;
+    }
+  }
   switch (iRule) {
     case kADQAddition: adq::AddRows(c.data(), m, out, b, e); break;
     case kADQMultiplication: adq::MulRows(c.data(), m, out, b, e); break;
     case kADQCut: adq::CutRows(c.data(), m, sNull, out, b, e); break;
-    case kADQRatio: adq::RatioRows(c[0], c[1], sNull, out, b, e); break;
     default: break;
   }
+  bool any = false;
+  for (const float* p : c) any = any || adq::AnyEqual(p, sNull, b, e);
+  return any;
 }
 
-// Scans for nulls block by block and, while none is met, computes a fusable
-// rule on each block as it passes, so a block without nulls is read from
-// memory once. Returns true when the whole block had no null (sOut is then
-// complete); false at the first null, leaving sOut partly written for the
-// caller to overwrite.
-bool ScanAndComputeFused(int32_t iRule, const Array2<float>& sArgs, float sNull,
-                         Array<float>& sOut) {
+// A fusable rule with the null rule on, in one pass over the block: each
+// chunk of rows is computed and then its null rows are overwritten with
+// sNull. For these per-row kernels that equals computing on the compact
+// block of valid rows and spreading the result back, without the copies.
+// A chunk without a null costs one extra scan of data already in cache.
+// Returns the number of valid rows.
+std::size_t ComputeFusedWithNulls(int32_t iRule, const Array2<float>& sArgs, float sNull,
+                                  Array<float>& sOut) {
   std::size_t n = sArgs.Rows();
   std::vector<const float*> c = Columns(sArgs);
   DimensionOut(sOut, static_cast<int32_t>(n));
   float* out = sOut.data();
+  std::size_t nValid = 0;
   for (std::size_t b = 0; b < n; b += adq::kChunk) {
     std::size_t e = b + adq::kChunk < n ? b + adq::kChunk : n;
-    for (const float* p : c)
-      if (adq::AnyEqual(p, sNull, b, e)) return false;
-    FusedRows(iRule, c, sNull, out, b, e);
+    nValid += e - b;
+    if (FusedRows(iRule, c, sNull, out, b, e))
+      nValid -= adq::MaskNullRows(c.data(), static_cast<int32_t>(c.size()), sNull, out, b, e);
   }
-  return true;
+  return nValid;
+}
+
+// InitSingleArray(n, true, value): out 1..n, every cell value. A vector that
+// already has those bounds is refilled rather than reallocated.
+void FillOut(Array<float>& out, int32_t n, float value) {
+  if (out.IsAllocated() && out.LBound() == 1 && out.UBound() == n)
+    out.Fill(value);
+  else
+    SharedArrayTools().Size(out, n, value);
 }
 
 // 1-based numbers of the rows in which no argument equals sNull.
@@ -156,12 +180,9 @@ void mxAutomaticDQ::CalculateADQWithNull(int32_t iRule, const Array2<float>& sAr
     int32_t n = sArgs.UBound(1);
     int32_t m = sArgs.UBound(2);
     if (qUseNull && FusableRule(iRule, m)) {
-      // Without a null the result is the plain kernel's, computed while
-      // scanning; otherwise the general path below redoes everything.
-      if (ScanAndComputeFused(iRule, sArgs, sNull, sOut)) {
-        qOK = true;
-        return;
-      }
+      // All rows null leaves every cell sNull, as the general path would.
+      qOK = ComputeFusedWithNulls(iRule, sArgs, sNull, sOut) > 0;
+      return;
     }
     std::vector<int32_t> valid;
     if (qUseNull) {
@@ -175,13 +196,13 @@ void mxAutomaticDQ::CalculateADQWithNull(int32_t iRule, const Array2<float>& sAr
       return;
     }
     if (valid.empty()) {
-      SharedArrayTools().Size(sOut, n, sNull);
+      FillOut(sOut, n, sNull);
       return;
     }
     Array2<float> block = CompactBlock(sArgs, valid);
     Array<float> temp;
     Dispatch(*this, iRule, block, sNull, vConv, temp);
-    SharedArrayTools().Size(sOut, n, sNull);
+    FillOut(sOut, n, sNull);
     int32_t nValid = static_cast<int32_t>(valid.size());
     // A kernel that refused leaves no result: its rows stay null.
     RunGuarded(Tag("CalculateADQWithNull"), [&] {
