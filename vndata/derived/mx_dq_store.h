@@ -14,6 +14,8 @@
 
 #include "vndata/derived/mx_derived_quantity.h"
 #include "vndata/platform/arrays.h"
+#include "vndata/platform/record_codec.h"
+#include "vndata/platform/record_file.h"
 
 namespace vndata {
 
@@ -48,6 +50,17 @@ class mxDQStore {
   // the store repeats that.
   static void copyDQClass(const mxDerivedQuantity& from, std::shared_ptr<mxDerivedQuantity>& to);
 
+  // Writes the group "DQSTORE>" .. "<DQSTORE" of every item and argument
+  // with the store's own codec; reports nothing. Yields to the host after
+  // each quantity. (Implemented with the other file formats, in
+  // vndata/persist/dq_format.cc.)
+  void WriteDQ(RecordFile& file);
+  // Reads a group written by WriteDQ, from behind "DQSTORE>" or at it, up
+  // to "<DQSTORE", adding each complete quantity to the store. qOK is true
+  // only when "<DQSTORE" was reached; a quantity cut off by the end of the
+  // file is lost. Faults are traced as "... (ReadDQ)] " and give false.
+  void ReadDQ(RecordFile& file, bool& qOK);
+
   int32_t get_NextDQPos() const { return NextDQPos_; }
   bool get_IsDirty() const { return IsDirty_; }
 
@@ -57,6 +70,8 @@ class mxDQStore {
   bool InGetSetRange(int32_t Index) const;
 
   Array<std::shared_ptr<mxDerivedQuantity>> DQItems_;
+  // The codec of the derived quantity reader and writer.
+  RecordCodec DQIO_;
   int32_t NextDQPos_ = 1;
   bool IsDirty_ = false;
 };
