@@ -72,8 +72,8 @@ double MemcpyBytesPerSecond() {
 void Report(benchmark::State& state) {
   state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) *
                           static_cast<int64_t>(kArgBytes));
-  state.counters["x_memcpy"] = benchmark::Counter(
-      kArgBytes / MemcpyBytesPerSecond(), benchmark::Counter::kIsIterationInvariantRate);
+  state.counters["x_memcpy"] = benchmark::Counter(kArgBytes / MemcpyBytesPerSecond(),
+                                                  benchmark::Counter::kIsIterationInvariantRate);
 }
 
 void BM_Memcpy(benchmark::State& state) {

@@ -97,8 +97,9 @@ TEST_F(AutomaticDQTest, ARefusingKernelWithACompactBlockLeavesEveryRowNullAndRep
   EXPECT_TRUE(qOK);
   EXPECT_EQ(Values(out), (std::vector<float>{kNull, kNull, kNull}));
   ASSERT_EQ(Log().size(), 1u);
-  EXPECT_EQ(Log()[0],
-            "Error:Subscript out of range (No.9) In [mxAutomaticDQ (Code) (CalculateADQWithNull)] ");
+  EXPECT_EQ(
+      Log()[0],
+      "Error:Subscript out of range (No.9) In [mxAutomaticDQ (Code) (CalculateADQWithNull)] ");
 }
 
 TEST_F(AutomaticDQTest, WithTheRuleOffTheNullMarkerIsAnOrdinaryNumber) {
@@ -197,8 +198,9 @@ TEST_F(AutomaticDQTest, LongColumnsGiveTheSameBitsWithAndWithoutTheRuleAcrossBlo
       float p = 1.0f * args(i, 1);
       p = p * args(i, 2);
       p = p * args(i, 3);
-      float want = rule == kADQAddition ? s : rule == kADQMultiplication ? p
-                                                                        : (s == 0.f ? kNull : args(i, 1) / s);
+      float want = rule == kADQAddition         ? s
+                   : rule == kADQMultiplication ? p
+                                                : (s == 0.f ? kNull : args(i, 1) / s);
       ASSERT_EQ(off(i), want) << "rule " << rule << " row " << i;
     }
   }
@@ -228,10 +230,10 @@ TEST_F(AutomaticDQTest, LongTwoArgumentColumnsWithoutNullsMatchTheRuleOff) {
     EXPECT_TRUE(SameBits(on, off)) << "rule " << rule;
     for (int32_t i = 1; i <= n; ++i) {
       float a = args(i, 1), b = args(i, 2), sum = (0.0f + a) + b;
-      float want = rule == kADQRatio       ? (b == 0.f ? kNull : a / b)
-                   : rule == kADQAddition  ? sum
+      float want = rule == kADQRatio            ? (b == 0.f ? kNull : a / b)
+                   : rule == kADQAddition       ? sum
                    : rule == kADQMultiplication ? (1.0f * a) * b
-                                           : (sum == 0.f ? kNull : a / sum);
+                                                : (sum == 0.f ? kNull : a / sum);
       ASSERT_EQ(off(i), want) << "rule " << rule << " row " << i;
     }
   }
@@ -409,9 +411,11 @@ TEST_F(AutomaticDQTest, DerivativeRuleWithOneArgumentLogsAndStillSucceeds) {
   adq.CalculateADQWithNull(kADQDerivativeMode0, args, false, kNull, out, qOK);
   EXPECT_TRUE(qOK);
   ASSERT_EQ(Log().size(), 2u);
-  EXPECT_EQ(Log()[0],
-            "Error:Subscript out of range (No.9) In [mxAutomaticDQ (Code) (CalculateADQWithNull)] ");
-  EXPECT_EQ(Log()[1], "Error:Subscript out of range (No.9) In [mxAutomaticDQ (Code) (DerivativeDQ)] ");
+  EXPECT_EQ(
+      Log()[0],
+      "Error:Subscript out of range (No.9) In [mxAutomaticDQ (Code) (CalculateADQWithNull)] ");
+  EXPECT_EQ(Log()[1],
+            "Error:Subscript out of range (No.9) In [mxAutomaticDQ (Code) (DerivativeDQ)] ");
 }
 
 // ---- unit conversion ---------------------------------------------------------
@@ -488,7 +492,8 @@ TEST_F(AutomaticDQTest, UnitConvertWithNothingCopiesIntoTheCallersVector) {
   adq.UnitConvertDQ(Block({{7.f, 8.f}}), Variant(), none, qOK);
   EXPECT_TRUE(qOK);
   ASSERT_EQ(Log().size(), 2u);
-  EXPECT_EQ(Log()[1], "Error:Subscript out of range (No.9) In [mxAutomaticDQ (Code) (UnitConvertDQ)] ");
+  EXPECT_EQ(Log()[1],
+            "Error:Subscript out of range (No.9) In [mxAutomaticDQ (Code) (UnitConvertDQ)] ");
 }
 
 TEST_F(AutomaticDQTest, ConvertUnitsWithOneAndZeroChangesNothingAndReportsTrue) {

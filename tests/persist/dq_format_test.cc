@@ -112,8 +112,7 @@ void ExpectSameCarriedFields(const mxDerivedQuantity& a, const mxDerivedQuantity
   EXPECT_EQ(a.get_qApplyToAll(), b.get_qApplyToAll());
   EXPECT_EQ(a.get_qApplyToList(), b.get_qApplyToList());
   for (int32_t i = 1; i <= a.get_NumberOfArguments(); ++i) {
-    std::string a1, a2, a3, a4, a5, a6, b1 = "?", b2 = "?", b3 = "?", b4 = "?", b5 = "?",
-                                        b6 = "?";
+    std::string a1, a2, a3, a4, a5, a6, b1 = "?", b2 = "?", b3 = "?", b4 = "?", b5 = "?", b6 = "?";
     bool ah = false, bh = !ah;
     int32_t as = 0, bs = -12345;
     a.GetArguments(i, a1, a2, a3, a4, ah, a5, as, a6);
@@ -158,18 +157,18 @@ TEST_F(DQFormatTest, RecordsOfAQuantityAndItsArgumentComeInTheirOrder) {
   store.AddItem(dq);
   Save(store);
   std::vector<Header> want = {
-      {"DQSTORE>", 0, "CHAR"},       {"DERQ>", 0, "CHAR"},          {"DQCLASS", 1, "CHAR"},
-      {"DQEXPRESSION", 1, "CHAR"},   {"DQINDEX", 1, "CHAR"},        {"DQMEMBER", 1, "CHAR"},
-      {"DQRESCOLHEADER", 1, "CHAR"}, {"DQRESCOLBASE", 1, "CHAR"},   {"DQRESORIGIN", 1, "CHAR"},
-      {"DQRESUNITS", 1, "CHAR"},     {"DQRESVARIABLE", 1, "CHAR"},  {"DQTARGDESC", 1, "CHAR"},
-      {"DQVARIABLE", 1, "CHAR"},     {"DQWELL", 1, "CHAR"},         {"DQVERBOSE", 1, "CHAR"},
-      {"DQRESSOLINDEX", 1, "INTE"},  {"DQTARGSET", 1, "INTE"},      {"DQNUMARGS", 1, "INTE"},
+      {"DQSTORE>", 0, "CHAR"},         {"DERQ>", 0, "CHAR"},         {"DQCLASS", 1, "CHAR"},
+      {"DQEXPRESSION", 1, "CHAR"},     {"DQINDEX", 1, "CHAR"},       {"DQMEMBER", 1, "CHAR"},
+      {"DQRESCOLHEADER", 1, "CHAR"},   {"DQRESCOLBASE", 1, "CHAR"},  {"DQRESORIGIN", 1, "CHAR"},
+      {"DQRESUNITS", 1, "CHAR"},       {"DQRESVARIABLE", 1, "CHAR"}, {"DQTARGDESC", 1, "CHAR"},
+      {"DQVARIABLE", 1, "CHAR"},       {"DQWELL", 1, "CHAR"},        {"DQVERBOSE", 1, "CHAR"},
+      {"DQRESSOLINDEX", 1, "INTE"},    {"DQTARGSET", 1, "INTE"},     {"DQNUMARGS", 1, "INTE"},
       {"DQAMENDEDDATASET", 1, "INTE"}, {"DQSTANDARDFNC", 1, "LOGI"}, {"DQAPPLYALL", 1, "LOGI"},
-      {"DQAPPLYLIST", 1, "LOGI"},    {"DERQARG>", 0, "CHAR"},       {"DQWHICHARG", 1, "INTE"},
-      {"DQARGUMENT", 1, "CHAR"},     {"DQFILENAME", 1, "CHAR"},     {"DQSOURCE", 1, "CHAR"},
-      {"DQCOLHEAD", 1, "CHAR"},      {"DQORIGIN", 1, "CHAR"},       {"DQCLASS", 1, "CHAR"},
-      {"DQSOLINDEX", 1, "INTE"},     {"DQHIDE", 1, "LOGI"},         {"DQREASSOCIATE", 1, "LOGI"},
-      {"<DERQARG", 0, "CHAR"},       {"<DERQ", 0, "CHAR"},          {"<DQSTORE", 0, "CHAR"},
+      {"DQAPPLYLIST", 1, "LOGI"},      {"DERQARG>", 0, "CHAR"},      {"DQWHICHARG", 1, "INTE"},
+      {"DQARGUMENT", 1, "CHAR"},       {"DQFILENAME", 1, "CHAR"},    {"DQSOURCE", 1, "CHAR"},
+      {"DQCOLHEAD", 1, "CHAR"},        {"DQORIGIN", 1, "CHAR"},      {"DQCLASS", 1, "CHAR"},
+      {"DQSOLINDEX", 1, "INTE"},       {"DQHIDE", 1, "LOGI"},        {"DQREASSOCIATE", 1, "LOGI"},
+      {"<DERQARG", 0, "CHAR"},         {"<DERQ", 0, "CHAR"},         {"<DQSTORE", 0, "CHAR"},
   };
   EXPECT_EQ(Headers(), want);
 }

@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "vndata/platform/module_state.h"
 #include "vndata/platform/message_log.h"
+#include "vndata/platform/module_state.h"
 #include "vndata/platform/record_codec.h"
 #include "vndata/platform/record_file.h"
 #include "vndata/platform/variant.h"
@@ -61,7 +61,8 @@ class RecordFileTest : public ::testing::Test {
   // Puts raw bytes in the file and opens it for reading.
   void WriteRaw(const std::vector<uint8_t>& bytes) {
     std::ofstream f(name_, std::ios::binary | std::ios::trunc);
-    f.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    f.write(reinterpret_cast<const char*>(bytes.data()),
+            static_cast<std::streamsize>(bytes.size()));
     f.close();
     OpenReader();
   }

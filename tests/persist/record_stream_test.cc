@@ -105,8 +105,8 @@ TEST_F(RecordStreamTest, KeywordsOfSixteenCharactersSurviveUnshortened) {
       sum += v;
     });
   EXPECT_TRUE(Run(r));
-  EXPECT_EQ(seen, (std::vector<std::string>{"DSCREATIONMETHOD", "DSUNITDATASOURCE",
-                                            "DQAMENDEDDATASET"}));
+  EXPECT_EQ(seen,
+            (std::vector<std::string>{"DSCREATIONMETHOD", "DSUNITDATASOURCE", "DQAMENDEDDATASET"}));
   EXPECT_EQ(sum, 6);
 }
 

@@ -29,16 +29,16 @@ class SmallSimTest : public ::testing::Test {
 // ---- EclipseArrayType --------------------------------------------------------
 
 TEST_F(SmallSimTest, TnumByTableAndByLength) {
-  EXPECT_EQ(Type("TNUM"), "INTE");      // the table
-  EXPECT_EQ(Type("TNUMAB"), "INTE");    // length 6, first four "TNUM"
-  EXPECT_EQ(Type("TNUMABC"), "REAL");   // length 7: only IMBNUM and ALPHAN count
+  EXPECT_EQ(Type("TNUM"), "INTE");     // the table
+  EXPECT_EQ(Type("TNUMAB"), "INTE");   // length 6, first four "TNUM"
+  EXPECT_EQ(Type("TNUMABC"), "REAL");  // length 7: only IMBNUM and ALPHAN count
 }
 
 TEST_F(SmallSimTest, FipAndHmLengthRules) {
-  EXPECT_EQ(Type("FIP"), "REAL");    // length 3 needs "HM"
-  EXPECT_EQ(Type("FIPA"), "INTE");   // length 4
-  EXPECT_EQ(Type("FIPAB"), "INTE");  // length 5
-  EXPECT_EQ(Type("FIPABC"), "REAL"); // length 6 beginning "FIP" stays REAL
+  EXPECT_EQ(Type("FIP"), "REAL");     // length 3 needs "HM"
+  EXPECT_EQ(Type("FIPA"), "INTE");    // length 4
+  EXPECT_EQ(Type("FIPAB"), "INTE");   // length 5
+  EXPECT_EQ(Type("FIPABC"), "REAL");  // length 6 beginning "FIP" stays REAL
   EXPECT_EQ(Type("HMX"), "INTE");
   EXPECT_EQ(Type("HM"), "REAL");
 }
@@ -128,35 +128,35 @@ struct Expect {
 
 TEST_F(SmallSimTest, VipNamesMapToEclipseNames) {
   const Expect cases[] = {
-      {"DX", "DX", "REAL", false},          {"DZF", "DZ", "REAL", false},
-      {"DRM", "DR", "REAL", false},         {"DTHETA", "DTHETA", "REAL", false},
-      {"TX", "TRANX", "REAL", true},        {"TYM", "TRANY", "REAL", true},
-      {"TZF", "TRANZ", "REAL", true},       {"TRM", "TRANR", "REAL", true},
-      {"TTHF", "TRANTHT", "REAL", true},    {"TMX", "MULTX", "REAL", true},
-      {"TMYF", "MULTY", "REAL", true},      {"TMZM", "MULTZ", "REAL", true},
-      {"TMR", "MULTR", "REAL", true},       {"TMTHM", "MULTTHT", "REAL", true},
-      {"KX", "PERMX", "REAL", false},       {"KYM", "PERMY", "REAL", false},
-      {"KZF", "PERMZ", "REAL", false},      {"KR", "PERMR", "REAL", false},
-      {"KTM", "PERMR", "REAL", false},      {"KRF", "PERMR", "REAL", false},
-      {"KTHM", "PERMTHT", "REAL", false},   {"POR", "PORO", "REAL", false},
-      {"PORF", "PORO", "REAL", false},      {"NETGRS", "NTG", "REAL", false},
-      {"NETGM", "NTG", "REAL", false},      {"DZNET", "DZNET", "REAL", false},
-      {"PV", "PORV", "REAL", false},        {"PVMUL", "MULTPVV", "REAL", false},
-      {"ISAT", "SATNUM", "INTE", false},    {"ISATIF", "IMBNUM", "INTE", false},
-      {"IPVTM", "PVTNUM", "INTE", false},   {"IREGION", "FIPNUM", "INTE", false},
-      {"IREGF", "FIPNUM", "INTE", false},   {"ICMT", "ROCKNUM", "INTE", false},
-      {"IEQUIL", "EQLNUM", "INTE", false},  {"IEQUF", "EQLNUM", "INTE", false},
-      {"SGL", "SGL", "REAL", false},        {"SGLM", "SGL", "REAL", false},
-      {"SGLX+", "SGLX", "REAL", false},     {"SGLMX+", "SGLX", "REAL", false},
-      {"SGLFX+", "SGLX", "REAL", false},    {"SGLX-", "SGLX-", "REAL", false},
-      {"SGLFY-", "SGLY-", "REAL", false},   {"SGUZ+", "SGUZ", "REAL", false},
-      {"SWLMZ-", "SWLZ-", "REAL", false},   {"SWUFY+", "SWUY", "REAL", false},
-      {"BG", "BG", "REAL", false},          {"BOM", "BO", "REAL", false},
-      {"BWF", "BW", "REAL", false},         {"P", "PRESSURE", "REAL", false},
-      {"PF", "PRESSURE", "REAL", false},    {"RSM", "RS", "REAL", false},
-      {"RV", "RV", "REAL", false},          {"SG", "SGAS", "REAL", false},
-      {"SOM", "SOIL", "REAL", false},       {"SWF", "SWAT", "REAL", false},
-      {"PSAT", "PSAT", "REAL", false},      {"PDATM", "PDAT", "REAL", false},
+      {"DX", "DX", "REAL", false},         {"DZF", "DZ", "REAL", false},
+      {"DRM", "DR", "REAL", false},        {"DTHETA", "DTHETA", "REAL", false},
+      {"TX", "TRANX", "REAL", true},       {"TYM", "TRANY", "REAL", true},
+      {"TZF", "TRANZ", "REAL", true},      {"TRM", "TRANR", "REAL", true},
+      {"TTHF", "TRANTHT", "REAL", true},   {"TMX", "MULTX", "REAL", true},
+      {"TMYF", "MULTY", "REAL", true},     {"TMZM", "MULTZ", "REAL", true},
+      {"TMR", "MULTR", "REAL", true},      {"TMTHM", "MULTTHT", "REAL", true},
+      {"KX", "PERMX", "REAL", false},      {"KYM", "PERMY", "REAL", false},
+      {"KZF", "PERMZ", "REAL", false},     {"KR", "PERMR", "REAL", false},
+      {"KTM", "PERMR", "REAL", false},     {"KRF", "PERMR", "REAL", false},
+      {"KTHM", "PERMTHT", "REAL", false},  {"POR", "PORO", "REAL", false},
+      {"PORF", "PORO", "REAL", false},     {"NETGRS", "NTG", "REAL", false},
+      {"NETGM", "NTG", "REAL", false},     {"DZNET", "DZNET", "REAL", false},
+      {"PV", "PORV", "REAL", false},       {"PVMUL", "MULTPVV", "REAL", false},
+      {"ISAT", "SATNUM", "INTE", false},   {"ISATIF", "IMBNUM", "INTE", false},
+      {"IPVTM", "PVTNUM", "INTE", false},  {"IREGION", "FIPNUM", "INTE", false},
+      {"IREGF", "FIPNUM", "INTE", false},  {"ICMT", "ROCKNUM", "INTE", false},
+      {"IEQUIL", "EQLNUM", "INTE", false}, {"IEQUF", "EQLNUM", "INTE", false},
+      {"SGL", "SGL", "REAL", false},       {"SGLM", "SGL", "REAL", false},
+      {"SGLX+", "SGLX", "REAL", false},    {"SGLMX+", "SGLX", "REAL", false},
+      {"SGLFX+", "SGLX", "REAL", false},   {"SGLX-", "SGLX-", "REAL", false},
+      {"SGLFY-", "SGLY-", "REAL", false},  {"SGUZ+", "SGUZ", "REAL", false},
+      {"SWLMZ-", "SWLZ-", "REAL", false},  {"SWUFY+", "SWUY", "REAL", false},
+      {"BG", "BG", "REAL", false},         {"BOM", "BO", "REAL", false},
+      {"BWF", "BW", "REAL", false},        {"P", "PRESSURE", "REAL", false},
+      {"PF", "PRESSURE", "REAL", false},   {"RSM", "RS", "REAL", false},
+      {"RV", "RV", "REAL", false},         {"SG", "SGAS", "REAL", false},
+      {"SOM", "SOIL", "REAL", false},      {"SWF", "SWAT", "REAL", false},
+      {"PSAT", "PSAT", "REAL", false},     {"PDATM", "PDAT", "REAL", false},
       {"PBUBF", "PBUB", "REAL", false},
   };
   for (const Expect& e : cases) {
@@ -223,8 +223,7 @@ TEST_F(SmallSimTest, SecondAxisArraysMoveOneRowDown) {
   for (const char* z : {"TRANY", "TRANTHT", "MULTY", "MULTHT"}) {
     Array<float> v = Grid();
     sim.AdjustTransArray(3, 2, 2, 12, z, v);
-    EXPECT_EQ(Values(v), (std::vector<float>{121, 122, 123, 0, 0, 0, 221, 222, 223, 0, 0, 0}))
-        << z;
+    EXPECT_EQ(Values(v), (std::vector<float>{121, 122, 123, 0, 0, 0, 221, 222, 223, 0, 0, 0})) << z;
   }
 }
 
@@ -232,8 +231,7 @@ TEST_F(SmallSimTest, ThirdAxisArraysMoveOneLayerDown) {
   for (const char* z : {"TRANZ", "MULTZ"}) {
     Array<float> v = Grid();
     sim.AdjustTransArray(3, 2, 2, 12, z, v);
-    EXPECT_EQ(Values(v), (std::vector<float>{211, 212, 213, 221, 222, 223, 0, 0, 0, 0, 0, 0}))
-        << z;
+    EXPECT_EQ(Values(v), (std::vector<float>{211, 212, 213, 221, 222, 223, 0, 0, 0, 0, 0, 0})) << z;
   }
 }
 

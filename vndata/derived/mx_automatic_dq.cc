@@ -216,8 +216,8 @@ void mxAutomaticDQ::CalculateADQWithNull(int32_t iRule, const Array2<float>& sAr
 }
 
 void mxAutomaticDQ::ConvertUnitsWithNull(bool qUseNull, float sNull, const Array<float>& sFactors,
-                                         int32_t nFactors, Array<float>& sValues,
-                                         int32_t& nValues, bool& qOK) const {
+                                         int32_t nFactors, Array<float>& sValues, int32_t& nValues,
+                                         bool& qOK) const {
   qOK = false;
   RunGuarded(Tag("ConvertUnitsWithNull"), [&] {
     if (nFactors > sFactors.UBound()) return;
@@ -278,8 +278,8 @@ void mxAutomaticDQ::RatioDQ(const Array2<float>& sArgs, float sNull, Array<float
   });
 }
 
-void mxAutomaticDQ::DerivativeDQ(const Array<float>& sY, const Array<float>& sX,
-                                 Array<float>& sOut, bool& qOK, int32_t iMode) const {
+void mxAutomaticDQ::DerivativeDQ(const Array<float>& sY, const Array<float>& sX, Array<float>& sOut,
+                                 bool& qOK, int32_t iMode) const {
   qOK = false;
   RunGuarded(Tag("DerivativeDQ"), [&] {
     auto diff = std::make_unique<Differentiator>();
@@ -417,8 +417,7 @@ void mxAutomaticDQ::UnitConvertDQ(const Array2<float>& sArgs, const Variant& vCo
   });
 }
 
-void mxAutomaticDQ::AccumulateDQ(const Array2<float>& sArgs, Array<float>& sOut,
-                                 bool& qOK) const {
+void mxAutomaticDQ::AccumulateDQ(const Array2<float>& sArgs, Array<float>& sOut, bool& qOK) const {
   qOK = false;
   RunGuarded(Tag("AccumulateDQ"), [&] {
     if (!sArgs.IsAllocated() || sArgs.UBound(2) != 2) return;

@@ -42,9 +42,8 @@ class mxAutomaticDQ {
   // Applies rule iRule with the null rule. qOK is false only for an argument
   // block without two dimensions and when every row is null (sOut is then
   // all sNull); otherwise true whatever the kernel reported, deliberately.
-  void CalculateADQWithNull(int32_t iRule, const Array2<float>& sArgs, bool qUseNull,
-                            float sNull, Array<float>& sOut, bool& qOK,
-                            const Variant& vConv = Variant()) const;
+  void CalculateADQWithNull(int32_t iRule, const Array2<float>& sArgs, bool qUseNull, float sNull,
+                            Array<float>& sOut, bool& qOK, const Variant& vConv = Variant()) const;
   // Converts sValues(1..nValues) in place by one factor (multiply) or two
   // (multiply and add, rounded once). A second factor of 0 counts as absent,
   // a first factor of 1 as no multiplication. With qUseNull, null cells are
@@ -59,8 +58,8 @@ class mxAutomaticDQ {
   // Argument 1 over argument 2 (exactly two arguments); sNull where it is 0.
   void RatioDQ(const Array2<float>& sArgs, float sNull, Array<float>& sOut, bool& qOK) const;
   // dY/dX through a Differentiator of the given mode (0, 1 or 2).
-  void DerivativeDQ(const Array<float>& sY, const Array<float>& sX, Array<float>& sOut,
-                    bool& qOK, int32_t iMode) const;
+  void DerivativeDQ(const Array<float>& sY, const Array<float>& sX, Array<float>& sOut, bool& qOK,
+                    int32_t iMode) const;
   // Argument 1 converted by vConv: empty, one number c, or an array (c) or
   // (c1, c2) meaning c1 * x + c2.
   void UnitConvertDQ(const Array2<float>& sArgs, const Variant& vConv, Array<float>& sOut,
@@ -70,8 +69,7 @@ class mxAutomaticDQ {
   void AccumulateDQ(const Array2<float>& sArgs, Array<float>& sOut, bool& qOK) const;
   // -a * b / (b - 1) for rate a and cut b; sNull where a is 0. A cut of
   // exactly 1 is a logged division by zero and leaves its cell 0.
-  void RateFromCutDQ(const Array2<float>& sArgs, float sNull, Array<float>& sOut,
-                     bool& qOK) const;
+  void RateFromCutDQ(const Array2<float>& sArgs, float sNull, Array<float>& sOut, bool& qOK) const;
   // Product of all arguments, multiplied in order from 1.0.
   void MultiplicationDQ(const Array2<float>& sArgs, Array<float>& sOut, bool& qOK) const;
 };

@@ -97,8 +97,7 @@ void mxDerivedQuantity::GetArguments(int32_t Index, std::string& Argument, std::
 }
 
 void mxDerivedQuantity::GetArguments(int32_t Index, std::string& Argument, std::string& FileName,
-                                     std::string& Source, std::string& ColHead,
-                                     bool& Hide) const {
+                                     std::string& Source, std::string& ColHead, bool& Hide) const {
   RunGuarded(Tag("GetArguments"), [&] {
     if (!ValidIndxe(Index)) return;
     const DQArgument& a = Arguments_(Index);
@@ -144,8 +143,8 @@ void mxDerivedQuantity::SetResampleStepSize(int32_t Index, int32_t StepSize) {
   });
 }
 
-void mxDerivedQuantity::SetResamplePeriod(int32_t Index, int32_t Interval,
-                                          const std::string& Units, Date StartDate) {
+void mxDerivedQuantity::SetResamplePeriod(int32_t Index, int32_t Interval, const std::string& Units,
+                                          Date StartDate) {
   RunGuarded(Tag("SetResamplePeriod"), [&] {
     if (!ValidIndxe(Index)) return;
     DQArgument& a = Arguments_(Index);

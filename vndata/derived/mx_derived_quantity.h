@@ -81,8 +81,7 @@ class mxDerivedQuantity {
   // Method 1 and the step; the period fields are left as they are.
   void SetResampleStepSize(int32_t Index, int32_t StepSize);
   // Method 2 and the period; the step is left as it is.
-  void SetResamplePeriod(int32_t Index, int32_t Interval, const std::string& Units,
-                         Date StartDate);
+  void SetResamplePeriod(int32_t Index, int32_t Interval, const std::string& Units, Date StartDate);
   // Above 0: that many arguments, keeping those that fit. Otherwise none,
   // with the array made anew as one empty slot.
   void InitialiseArray(int32_t NumArgs = -1);

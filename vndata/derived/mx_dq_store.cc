@@ -102,8 +102,7 @@ bool mxDQStore::ValidItem(int32_t Index, bool& qOK) const {
   return qOK;
 }
 
-void mxDQStore::copyDQClass(const mxDerivedQuantity& from,
-                            std::shared_ptr<mxDerivedQuantity>& to) {
+void mxDQStore::copyDQClass(const mxDerivedQuantity& from, std::shared_ptr<mxDerivedQuantity>& to) {
   // Built aside and handed over at the end, so `to` may even be the only
   // owner of `from`.
   auto fresh = std::make_shared<mxDerivedQuantity>();
@@ -163,8 +162,7 @@ void mxDQStore::copyDQClass(const mxDerivedQuantity& from,
         from.GetResamplePeriod(i, iInterval, zUnits, dStart);
         t.SetResamplePeriod(i, iInterval, zUnits, dStart);
         break;
-      default:
-        break;
+      default: break;
     }
   }
   to = std::move(fresh);

@@ -120,8 +120,8 @@ void RecordStreamReader::OnUnknown(const std::string& zType, Handler handler) {
   handlers_[t].unknown = std::move(handler);
 }
 
-void RecordStreamReader::SkipPayload(RecordCodec& codec, RecordFile& file,
-                                     const std::string& type, int32_t count, bool& qOK) {
+void RecordStreamReader::SkipPayload(RecordCodec& codec, RecordFile& file, const std::string& type,
+                                     int32_t count, bool& qOK) {
   if (count < 1) return;
   switch (TypeIndex(type)) {
     case 0: {

@@ -20,15 +20,14 @@ const std::unordered_map<std::string, std::string>& EclipseTypeTable() {
   static const std::unordered_map<std::string, std::string> table = [] {
     std::unordered_map<std::string, std::string> t;
     for (const char* z :
-         {"ACTNUM", "COALNUM", "DPNUM",  "DSTNUM",   "ENDNUM",   "EOSNUM",  "EQLNUM",   "FIPNUM",
-          "FIPOWG", "FLUXNUM", "IMBNUM", "ISOLNUM",  "ISTNUM",   "LSLTWNUM", "LWSLTNUM", "MISCNUM",
-          "MPFANUM", "MULTNUM", "NINENUM", "PENUM",   "PMANUM",   "PINCHNUM", "PSTNUM",  "PVTNUM",
-          "RESIDNUM", "ROCKNUM", "SATNUM", "SDRGO",   "SDRGW",    "SDROG",    "SDROW",   "SDRWG",
-          "SDRWO",  "SURFNUM", "SURFWNUM", "THERMNUM", "TNUM",   "TRACKREG", "TRKPF",   "YLDNUM",
+         {"ACTNUM", "COALNUM", "DPNUM", "DSTNUM", "ENDNUM", "EOSNUM", "EQLNUM", "FIPNUM", "FIPOWG",
+          "FLUXNUM", "IMBNUM", "ISOLNUM", "ISTNUM", "LSLTWNUM", "LWSLTNUM", "MISCNUM", "MPFANUM",
+          "MULTNUM", "NINENUM", "PENUM", "PMANUM", "PINCHNUM", "PSTNUM", "PVTNUM", "RESIDNUM",
+          "ROCKNUM", "SATNUM", "SDRGO", "SDRGW", "SDROG", "SDROW", "SDRWG", "SDRWO", "SURFNUM",
+          "SURFWNUM", "THERMNUM", "TNUM", "TRACKREG", "TRKPF", "YLDNUM",
           // restart arrays
-          "IWEL",   "ICON",    "IGRP",   "ISEG",     "ILBS",     "ILBR",     "ICRD",    "ICOT",
-          "IWET",   "IGRT",    "INODE",  "IBRAN",    "INOBR",    "IAAQ",     "IAQL",    "IAQN",
-          "ICAQ"})
+          "IWEL", "ICON", "IGRP", "ISEG", "ILBS", "ILBR", "ICRD", "ICOT", "IWET", "IGRT", "INODE",
+          "IBRAN", "INOBR", "IAAQ", "IAQL", "IAQN", "ICAQ"})
       t.emplace(z, "INTE");
     for (const char* z : {"XGRP", "RSEG", "XWEL", "XCON", "XCOT", "XWET", "XGRT", "RNODE", "RBRAN",
                           "XAAQ", "RAQN", "ACAQ"})
@@ -67,20 +66,20 @@ struct DualFamily {
 };
 
 constexpr std::array<DualFamily, 43> kDualFamilies = {{
-    {"TX", "TXM", "TXF"},          {"TY", "TYM", "TYF"},          {"TZ", "TZM", "TZF"},
-    {"TR", "TRM", "TRF"},          {"TTH", "TTHM", "TTHF"},       {"", "MLTXM", "MLTXF"},
-    {"", "MLTYM", "MLTYF"},        {"", "MLTZM", "MLTZF"},        {"TMX", "TMXM", "TMXF"},
-    {"TMY", "TMYM", "TMYF"},       {"TMZ", "TMZM", "TMZF"},       {"TMR", "TMRM", "TMRF"},
-    {"TMTH", "TMTHM", "TMTHF"},    {"KX", "KXM", "KXF"},          {"KY", "KYM", "KYF"},
-    {"KZ", "KZM", "KZF"},          {"KR", "KRM", "KRF"},          {"KTH", "KTHM", "KTHF"},
-    {"SWL", "SWLM", "SWLF"},       {"SWU", "SWUM", "SWUF"},       {"SWR", "SWRM", "SWRF"},
-    {"SWRO", "SWROM", "SWROF"},    {"SGL", "SGLM", "SGLF"},       {"SGU", "SGUM", "SGUF"},
-    {"SGR", "SGRM", "SGRF"},       {"SGRO", "SGROM", "SGROF"},    {"ISAT", "ISATM", "ISATF"},
-    {"IPVT", "IPVTM", "IPVTF"},    {"ISATI", "ISATIM", "ISATIF"}, {"IEQUIL", "IEQUM", "IEQUF"},
-    {"IREG", "IREGM", "IREGF"},    {"ICMT", "ICMTM", "ICMTF"},    {"POR", "PORM", "PORF"},
-    {"PV", "PVM", "PVF"},          {"NETG", "NETGM", "NETGF"},    {"GOC", "GOCM", "GOCF"},
-    {"WOC", "WOCM", "WOCF"},       {"PSAT", "PSATM", "PSATF"},    {"PDAT", "PDATM", "PDATF"},
-    {"P", "PM", "PF"},             {"SG", "SGM", "SGF"},          {"SO", "SOM", "SOF"},
+    {"TX", "TXM", "TXF"},       {"TY", "TYM", "TYF"},          {"TZ", "TZM", "TZF"},
+    {"TR", "TRM", "TRF"},       {"TTH", "TTHM", "TTHF"},       {"", "MLTXM", "MLTXF"},
+    {"", "MLTYM", "MLTYF"},     {"", "MLTZM", "MLTZF"},        {"TMX", "TMXM", "TMXF"},
+    {"TMY", "TMYM", "TMYF"},    {"TMZ", "TMZM", "TMZF"},       {"TMR", "TMRM", "TMRF"},
+    {"TMTH", "TMTHM", "TMTHF"}, {"KX", "KXM", "KXF"},          {"KY", "KYM", "KYF"},
+    {"KZ", "KZM", "KZF"},       {"KR", "KRM", "KRF"},          {"KTH", "KTHM", "KTHF"},
+    {"SWL", "SWLM", "SWLF"},    {"SWU", "SWUM", "SWUF"},       {"SWR", "SWRM", "SWRF"},
+    {"SWRO", "SWROM", "SWROF"}, {"SGL", "SGLM", "SGLF"},       {"SGU", "SGUM", "SGUF"},
+    {"SGR", "SGRM", "SGRF"},    {"SGRO", "SGROM", "SGROF"},    {"ISAT", "ISATM", "ISATF"},
+    {"IPVT", "IPVTM", "IPVTF"}, {"ISATI", "ISATIM", "ISATIF"}, {"IEQUIL", "IEQUM", "IEQUF"},
+    {"IREG", "IREGM", "IREGF"}, {"ICMT", "ICMTM", "ICMTF"},    {"POR", "PORM", "PORF"},
+    {"PV", "PVM", "PVF"},       {"NETG", "NETGM", "NETGF"},    {"GOC", "GOCM", "GOCF"},
+    {"WOC", "WOCM", "WOCF"},    {"PSAT", "PSATM", "PSATF"},    {"PDAT", "PDATM", "PDATF"},
+    {"P", "PM", "PF"},          {"SG", "SGM", "SGF"},          {"SO", "SOM", "SOF"},
     {"SW", "SWM", "SWF"},
 }};
 
@@ -201,8 +200,7 @@ void ShiftGrid(std::vector<float>& g, int32_t NX, int32_t NY, int32_t NZ, int32_
 
 }  // namespace
 
-void mxSmallSim::EclipseArrayType(const std::string& zName, std::string& zType,
-                                  bool& qOK) const {
+void mxSmallSim::EclipseArrayType(const std::string& zName, std::string& zType, bool& qOK) const {
   zType = "REAL";
   qOK = true;
   RunGuarded(Tag("EclipseArrayType"), [&] {

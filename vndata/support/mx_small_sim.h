@@ -22,8 +22,8 @@ class mxSmallSim {
   // The matrix and fracture names of zName's dual porosity family. A name
   // outside the families is judged by its last letter ("F" fracture, "M"
   // matrix); any other name leaves both outputs alone. qOK true.
-  void VIPDualPorosityNames(const std::string& zName, std::string& zMatrix,
-                            std::string& zFracture, bool& qOK) const;
+  void VIPDualPorosityNames(const std::string& zName, std::string& zMatrix, std::string& zFracture,
+                            bool& qOK) const;
   // The Eclipse keyword, record type and transmissibility flag of a VIP
   // array. An unknown name of two or more letters stands for itself; an
   // unknown one-letter name gives qOK false.
