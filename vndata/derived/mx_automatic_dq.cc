@@ -382,14 +382,17 @@ void mxAutomaticDQ::UnitConvertDQ(const Array2<float>& sArgs, const Variant& vCo
     int32_t n = sArgs.UBound(1);
     const float* x = sArgs.Column(1);
     if (vConv.IsEmpty()) {
-      // A straight copy into the vector as the caller dimensioned it; every
-      // cell it lacks is a fault of its own.
+      // A straight copy into the vector as the caller dimensioned it. The
+      // cells it lacks are skipped, the copy goes on, and the misfit is
+      // traced once for the call rather than once a cell.
+      bool qMissing = false;
       for (int32_t i = 1; i <= n; ++i) {
         if (sOut.InBounds(i))
           sOut(i) = x[i - 1];
         else
-          LogFault(Tag("UnitConvertDQ"), RuntimeFault(kFaultSubscript));
+          qMissing = true;
       }
+      if (qMissing) LogFault(Tag("UnitConvertDQ"), RuntimeFault(kFaultSubscript));
       qOK = true;
       return;
     }
