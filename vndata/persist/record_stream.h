@@ -11,8 +11,8 @@
 //   3. A known keyword runs its handler, which reads the payload.
 //   4. An unknown keyword of one of the six types runs that type's fallback
 //      handler if the reader set one, and otherwise is skipped: "CHAR" one
-//      value read at a time, any other type one array read of `count`
-//      values; nothing at all for a count below 1.
+//      value read at a time, any other type its `count` values stepped over
+//      in one call; nothing at all for a count below 1.
 //   5. A record of any other type ("MESS", or a type the codec does not
 //      know) is not skipped: its header is consumed and nothing else, so a
 //      stream holds no such record with a payload.
@@ -101,7 +101,7 @@ class RecordStreamReader {
   // Runs the loop over file from its position; see above. Returns qOK.
   bool Run(RecordCodec& codec, RecordFile& file, bool& qOK) const;
 
-  // The skip rule on its own: reads and drops count values of type.
+  // The skip rule on its own: reads or steps over count values of type.
   static void SkipPayload(RecordCodec& codec, RecordFile& file, const std::string& type,
                           int32_t count, bool& qOK);
 
