@@ -3,6 +3,9 @@
 #include <cstdio>
 #include <string>
 
+#include "vndata/derived/mx_automatic_dq.h"
+#include "vndata/derived/mx_derived_quantity.h"
+#include "vndata/derived/mx_dq_store.h"
 #include "vndata/foundation/vocabulary.h"
 #include "vndata/platform/byte_store.h"
 #include "vndata/platform/message_log.h"
@@ -73,6 +76,38 @@ void ExercisePlatform() {
   std::printf("  trace of a caught fault: \"%s\"\n\n", MessageLog::Shared().Lines().back().c_str());
 }
 
+void DeriveAColumn() {
+  std::printf("Derived quantities\n");
+  // A user's definition: water cut of well P1 from its water and oil rates.
+  auto wct = std::make_shared<mxDerivedQuantity>();
+  wct->let_Verbose("Water cut of P1");
+  wct->let_Expression("WWPR / (WWPR + WOPR)");
+  wct->AddArguments("WWPR", "CASE.SMSPEC", "Summary", "WWPR:P1", false, "CASE", -1, "WELLS");
+  wct->AddArguments("WOPR", "CASE.SMSPEC", "Summary", "WOPR:P1", false, "CASE", -1, "WELLS");
+  mxDQStore definitions;
+  definitions.AddItem(wct);
+  std::printf("  %d definition(s); \"%s\" takes %d arguments\n",
+              definitions.Count(), wct->get_Verbose().c_str(),
+              wct->get_NumberOfArguments());
+
+  // An automatic column: the cut with the null rule on, -999 marking a gap.
+  const float kNull = -999.0f;
+  Array2<float> args(1, 5, 1, 2);
+  const float water[5] = {10.f, 20.f, kNull, 40.f, 0.f};
+  const float oil[5] = {90.f, 80.f, 70.f, 60.f, 0.f};
+  for (int32_t r = 1; r <= 5; ++r) {
+    args(r, 1) = water[r - 1];
+    args(r, 2) = oil[r - 1];
+  }
+  mxAutomaticDQ kernels;
+  Array<float> cut;
+  bool qOK = false;
+  kernels.CalculateADQWithNull(kADQCut, args, true, kNull, cut, qOK);
+  std::printf("  cut with nulls (ok=%s):", qOK ? "true" : "false");
+  for (float v : cut) std::printf(" %s", SingleText(v).c_str());
+  std::printf("\n\n");
+}
+
 }  // namespace
 
 int main() {
@@ -82,5 +117,6 @@ int main() {
   PrintSourceSlots();
   PrintWordGroups();
   ExercisePlatform();
+  DeriveAColumn();
   return 0;
 }
