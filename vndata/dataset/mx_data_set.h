@@ -1,0 +1,536 @@
+// mxDataSet: one table of results, rows by columns of 32-bit floats, with
+// the attributes of its columns and everything that says where it came from.
+//
+// The numbers live in one or more row buffers sharing the same columns (rows
+// vary fastest, so a column of a buffer is contiguous and moves with one
+// block copy). Columns hold no text: each attribute id has a pool of distinct
+// texts and a column keeps a cell number per attribute. Each column also
+// keeps its minimum and maximum.
+//
+// The implementation is split by concern: properties, storage, attributes,
+// limits, packed headers and the memory squeeze each have their own file.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "vndata/foundation/column_attributes.h"
+#include "vndata/foundation/well_info.h"
+#include "vndata/platform/arrays.h"
+#include "vndata/platform/byte_store.h"
+#include "vndata/platform/date.h"
+
+namespace vndata {
+
+class mxDataSet {
+ public:
+  mxDataSet();
+  ~mxDataSet();
+  mxDataSet(const mxDataSet&) = delete;
+  mxDataSet& operator=(const mxDataSet&) = delete;
+
+  // ======== Identity and source =================================================
+  const std::string& get_Origin() const { return zOrigin_; }
+  // Keeps the upper-case copy and points every column's ORIGIN at the text,
+  // so that the columns follow the data set's name.
+  void let_Origin(const std::string& zOrigin);
+  const std::string& get_UCaseOrigin() const { return zUCaseOrigin_; }
+  const std::string& get_UniqueKey() const { return zUniqueKey_; }
+  void let_UniqueKey(const std::string& z) { zUniqueKey_ = z; }
+  int32_t get_Index() const { return iIndex_; }
+  void let_Index(int32_t i) { iIndex_ = i; }
+  const std::string& get_FileName() const { return zFileName_; }
+  void let_FileName(const std::string& z) { zFileName_ = z; }
+  // Write only: a non-empty name turns the scratch file path of large loads
+  // on, an empty one turns it off.
+  void let_ScratchFileName(const std::string& zName);
+  const std::string& get_CaseName() const { return zCaseName_; }
+  void let_CaseName(const std::string& z) { zCaseName_ = z; }
+  const std::string& get_SimCase() const { return zSimCase_; }
+  void let_SimCase(const std::string& z) { zSimCase_ = z; }
+  const std::string& get_GroupName() const { return zGroupName_; }
+  void let_GroupName(const std::string& zGroupName);
+  const std::string& get_UCaseGroupName() const { return zUCaseGroupName_; }
+  const std::string& get_TVGroupName() const { return zTVGroupName_; }
+  void let_TVGroupName(const std::string& z) { zTVGroupName_ = z; }
+  const std::string& get_TVDisplayRoot() const { return zTVDisplayRoot_; }
+  void let_TVDisplayRoot(const std::string& zRoot);
+  const std::string& get_UCaseTVDisplayRoot() const { return zUCaseTVDisplayRoot_; }
+  const std::string& get_DataRootPath() const { return zDataRootPath_; }
+  void let_DataRootPath(const std::string& z) { zDataRootPath_ = z; }
+  const std::string& get_DataRootUnique() const { return zDataRootUnique_; }
+  // Also keeps the text behind the last `\` as DataRootLeaf, but only when a
+  // `\` stands before the last character.
+  void let_DataRootUnique(const std::string& zRoot);
+  const std::string& get_DataRootLeaf() const { return zDataRootLeaf_; }
+  const std::string& get_DataClass() const { return zDataClass_; }
+  void let_DataClass(const std::string& z) { zDataClass_ = z; }
+  const std::string& get_SourceType() const { return zSourceType_; }
+  void let_SourceType(const std::string& z) { zSourceType_ = z; }
+  const std::string& get_Simulator() const { return zSimulator_; }
+  void let_Simulator(const std::string& z) { zSimulator_ = z; }
+  bool get_EclipseNames() const { return qEclipseNames_; }
+  int32_t get_FileType() const { return iFileType_; }
+  void let_FileType(int32_t i) { iFileType_ = i; }
+  int32_t get_Units() const { return iUnits_; }
+  void let_Units(int32_t i) { iUnits_ = i; }
+  const std::string& get_UnitSource() const { return zUnitSource_; }
+  void let_UnitSource(const std::string& z) { zUnitSource_ = z; }
+  const std::string& get_UnitCurrent() const { return zUnitCurrent_; }
+  void let_UnitCurrent(const std::string& z) { zUnitCurrent_ = z; }
+  int32_t get_UnitDataSource() const { return iUnitDataSource_; }
+  void let_UnitDataSource(int32_t i) { iUnitDataSource_ = i; }
+  const std::string& get_DateStamp() const { return zDateStamp_; }
+  // Also splits the text under "dd/mm/yyyy" into the held day, month, year.
+  void let_DateStamp(const std::string& zDate);
+  // The day, month and year held from the last DateStamp (0 when it did not
+  // read as a date).
+  void GetDateStampParts(int32_t& iDay, int32_t& iMonth, int32_t& iYear) const;
+  const std::string& get_LGRName() const { return zLGRName_; }
+  // Trims blanks from both ends.
+  void let_LGRName(const std::string& zName);
+  const std::string& get_TableName() const { return zTableName_; }
+  void let_TableName(const std::string& z) { zTableName_ = z; }
+  const std::string& get_ObsName() const { return zObsName_; }
+  void let_ObsName(const std::string& z) { zObsName_ = z; }
+  int32_t get_CreationMethod() const { return iCreationMethod_; }
+  void let_CreationMethod(int32_t i) { iCreationMethod_ = i; }
+  int32_t get_DataSetDerivedFrom() const { return iDataSetDerivedFrom_; }
+  void let_DataSetDerivedFrom(int32_t i) { iDataSetDerivedFrom_ = i; }
+  bool get_Child() const { return qChild_; }
+  void let_Child(bool q) { qChild_ = q; }
+  float get_TimeInDays() const { return sTimeInDays_; }
+  void let_TimeInDays(float s) { sTimeInDays_ = s; }
+
+  // ======== Reading state =======================================================
+  int32_t get_iStart() const { return iStart_; }
+  void let_iStart(int32_t i) { iStart_ = i; }
+  int32_t get_iEnd() const { return iEnd_; }
+  void let_iEnd(int32_t i) { iEnd_ = i; }
+  // The source position as two 32-bit words: the value is the low word, the
+  // optional argument the high word (0 when not given on writing).
+  int32_t get_ReadPosition64() const { return iReadPosL_; }
+  int32_t get_ReadPosition64(int32_t& iPosH) const;
+  void let_ReadPosition64(int32_t iPosL) { let_ReadPosition64(0, iPosL); }
+  void let_ReadPosition64(int32_t iPosH, int32_t iPosL);
+  // The low word alone; writing makes the high word 0.
+  int32_t get_ReadPosition() const { return iReadPosL_; }
+  void let_ReadPosition(int32_t iPos);
+  bool get_NoRestart() const { return qNoRestart_; }
+  void let_NoRestart(bool q) { qNoRestart_ = q; }
+  bool get_Unified() const { return qUnified_; }
+  void let_Unified(bool q) { qUnified_ = q; }
+  bool get_Formatted() const { return qFormatted_; }
+  void let_Formatted(bool q) { qFormatted_ = q; }
+  bool get_AllData() const { return qAllData_; }
+  void let_AllData(bool q) { qAllData_ = q; }
+  bool get_NoInactive() const { return qNoInactive_; }
+  void let_NoInactive(bool q) { qNoInactive_ = q; }
+  bool get_qSelectionOnly() const { return qSelectionOnly_; }
+  void let_qSelectionOnly(bool q) { qSelectionOnly_ = q; }
+  bool get_Perforations() const { return qPerforations_; }
+  bool get_PerforationsSet() const { return qPerforationsSet_; }
+  bool get_DeleteAfterFetch() const { return qDeleteAfterFetch_; }
+  // Writes the standing wish and its working copy used by column fetches.
+  void let_DeleteAfterFetch(bool q);
+  bool get_IgnoreInGRF() const { return qIgnoreInGRF_; }
+  void let_IgnoreInGRF(bool q) { qIgnoreInGRF_ = q; }
+  // Model options of the source: set only through the description array.
+  bool get_DualPorosity() const { return qDualPorosity_; }
+  bool get_Hysteresis() const { return qHysteresis_; }
+  bool get_EndPointScaling() const { return qEndPointScaling_; }
+  bool get_DirEndPointScaling() const { return qDirEndPointScaling_; }
+  bool get_RevEndPointScaling() const { return qRevEndPointScaling_; }
+  bool get_AltEndPointScaling() const { return qAltEndPointScaling_; }
+  int32_t get_iPhase() const { return iPhase_; }
+  const std::string& get_zOnly() const { return zOnly_; }
+  void let_zOnly(const std::string& z) { zOnly_ = z; }
+  // The name filter of a partial load as 56-byte records, with its flag.
+  void SetbOnly(const Array2<uint8_t>& bOnly, bool qOnly);
+  void GetbOnly(Array2<uint8_t>& bOnly, bool& qOnly) const;
+
+  // ======== Nulls ===============================================================
+  double get_NullValue() const { return dNullValue_; }
+  void let_NullValue(double d) { dNullValue_ = d; }
+  int32_t get_UseNullVal() const { return iUseNullVal_; }
+  void let_UseNullVal(int32_t i) { iUseNullVal_ = i; }
+  double get_ReaderNullValue() const { return dReaderNullValue_; }
+  void let_ReaderNullValue(double d) { dReaderNullValue_ = d; }
+  bool get_ReaderSetNull() const { return qReaderSetNull_; }
+  void let_ReaderSetNull(bool q) { qReaderSetNull_ = q; }
+
+  // ======== Plot default ========================================================
+  int32_t get_DefaultX() const { return iDefaultX_; }
+  void let_DefaultX(int32_t i) { iDefaultX_ = i; }
+  // DefaultX becomes the first column whose "VARIABLE" is zHeader; false and
+  // DefaultX unchanged when there is none.
+  bool SetDefaultXByHeader(const std::string& zHeader);
+
+  // ======== Accumulation (held for the host) ======================================
+  bool get_Accumulate() const { return qAccumulate_; }
+  void let_Accumulate(bool q) { qAccumulate_ = q; }
+  int32_t get_AccFrequency() const { return iAccFrequency_; }
+  void let_AccFrequency(int32_t i) { iAccFrequency_ = i; }
+  const std::string& get_AccInterval() const { return zAccInterval_; }
+  void let_AccInterval(const std::string& z) { zAccInterval_ = z; }
+  Date get_AccSimDate() const { return dAccSimDate_; }
+  void let_AccSimDate(Date d) { dAccSimDate_ = d; }
+  Date get_AccAccDate() const { return dAccAccDate_; }
+  void let_AccAccDate(Date d) { dAccAccDate_ = d; }
+  int32_t get_AccRates() const { return iAccRates_; }
+  void let_AccRates(int32_t i) { iAccRates_ = i; }
+
+  // ======== Text import rows ======================================================
+  int32_t get_TextRowName() const { return iTextRowName_; }
+  void let_TextRowName(int32_t i) { iTextRowName_ = i; }
+  int32_t get_TextRowUnits() const { return iTextRowUnits_; }
+  void let_TextRowUnits(int32_t i) { iTextRowUnits_ = i; }
+  int32_t get_TextRowLGR() const { return iTextRowLGR_; }
+  void let_TextRowLGR(int32_t i) { iTextRowLGR_ = i; }
+  int32_t get_TextRowIndex() const { return iTextRowIndex_; }
+  void let_TextRowIndex(int32_t i) { iTextRowIndex_ = i; }
+  int32_t get_TextRowVerbose() const { return iTextRowVerbose_; }
+  void let_TextRowVerbose(int32_t i) { iTextRowVerbose_ = i; }
+  int32_t get_TextRowWell() const { return iTextRowWell_; }
+  void let_TextRowWell(int32_t i) { iTextRowWell_ = i; }
+  int32_t get_TextRowData() const { return iTextRowData_; }
+  void let_TextRowData(int32_t i) { iTextRowData_ = i; }
+  int32_t get_TextRowFixed() const { return iTextRowFixed_; }
+  void let_TextRowFixed(int32_t i) { iTextRowFixed_ = i; }
+  const std::string& get_TextRowDateFormat() const { return zTextRowDateFormat_; }
+  void let_TextRowDateFormat(const std::string& z) { zTextRowDateFormat_ = z; }
+
+  // ======== Simulator grid header ====================================================
+  bool get_INITA2NSet() const { return qINITA2NSet_; }
+  const Array<int32_t>& get_INITA2N() const { return iINITA2N_; }
+  // qA2N true and a copy when a map is held; false and length 0 otherwise.
+  void GetINITA2N(bool& qA2N, Array<int32_t>& A2N, int32_t& nA2N, bool& qOK) const;
+  // Takes a copy and sets the flag; an empty array clears the flag and keeps
+  // the length 1.
+  void SetINITA2N(const Array<int32_t>& A2N, bool& qOK);
+  void GetNxNyNz(int32_t& nx, int32_t& ny, int32_t& nz) const;
+  void SetNxNyNz(int32_t nx, int32_t ny, int32_t nz);
+
+  // ======== Sizes and counts ======================================================
+  int32_t get_NumCols() const { return nCols_; }
+  // The sum of the rows in use of all buffers.
+  int32_t get_NumRows() const;
+  // The same as NumRows: the capacity of the buffers is never shown.
+  int32_t get_MaxRows() const { return get_NumRows(); }
+  int32_t get_NumberOfBuffers() const { return nBuffers_; }
+  int32_t get_NumCellsUncompressed() const { return nCellsUncompressed_; }
+  void SetNumCellsUncompressed(int32_t iNumCells) { nCellsUncompressed_ = iNumCells; }
+  int32_t get_NumMarkers() const { return nMarkers_; }
+  int32_t get_NumWells() const { return nWells_; }
+  bool get_Initialised() const { return qInitialised_; }
+  bool get_IsDirty() const { return qIsDirty_; }
+  void let_IsDirty(bool q) { qIsDirty_ = q; }
+  // Write only: a row map for column reads; an empty array leaves the old one.
+  void let_ColumnMap(const Array<int32_t>& iMap);
+
+  // ======== Lifecycle and checks ====================================================
+  // Marks the data set no longer initialised; the data stay until release.
+  void Terminate() { qInitialised_ = false; }
+  bool ValidColumn(int32_t iColumn, bool qCheckActive) const;
+  bool ValidColumnIndex(int32_t iColumn) const { return iColumn >= 1 && iColumn <= nCols_; }
+  bool ValidWellIndex(int32_t iWell) const { return iWell >= 1 && iWell <= nWells_; }
+  bool IsMarkers() const { return nMarkers_ >= 1 && nWells_ >= 1; }
+
+  // ======== Buffers and dimensions ==================================================
+  // Column records to nItems afresh; with rows, buffer 1's array too.
+  void Dimension(int32_t nItems, int32_t nRows = 0);
+  void DimensionBuffer(int32_t iBuffer, int32_t nItems, bool& qOK, int32_t nRows = 0,
+                       int32_t nCapacity = 0);
+  void DimensionData(int32_t nItems, int32_t nRows, bool& qOK, bool qData = true);
+  void DimensionDataBuffer(int32_t iBuffer, int32_t nItems, int32_t nRows, bool& qOK, bool qData,
+                           bool qColumns);
+  void RedimensionAllBuffersArray(int32_t nCount, bool qKeep);
+  void RedimensionColumnData(int32_t nCount, bool& qOK, bool qAfresh);
+  void Redimension(int32_t Rows);
+  void ReDimensionBuffer(int32_t iBuffer, int32_t Rows);
+  void RedimensionColumns(int32_t nColumns);
+  void reDimensionColumnsBuffer(int32_t iBuffer, int32_t nColumns);
+  // Finds the buffer of a row the way the appended buffers were always
+  // searched: with several buffers the search starts at buffer 2 and the row
+  // in the buffer is counted back from the previous buffer's rows in use.
+  void TranslateRowToBufferAndRow(int32_t iRow, int32_t& iBuffer, int32_t& iRowInBuffer,
+                                  bool& qOK) const;
+
+  // ======== Whole arrays ============================================================
+  void InitialiseColumnValues(const Array2<float>& dArr, bool& qOK);
+  void InitialiseColumnValuesBuffer(int32_t iBuffer, const Array2<float>& dArr, bool& qOK);
+  void InitialiseFrom2d(const Array2<float>& dArray, const Array<std::string>& zHeaders, bool& qOK);
+  // Builds the data set from a block of values and packed headers. With a
+  // scratch file name set, the values come by way of that file and dArray is
+  // released.
+  void bInitialiseFrom2d(Array2<float>& dArray, const Array2<uint8_t>& bHeaders, bool& qOK);
+  void InitialiseFromByteStore(Array2<float>& dArray, const AttributePools& xStore,
+                               const Array2<uint8_t>& bPointers, bool& qOK);
+  // Appends the rows of dArray from iRowIn on behind the last row.
+  void AddRowsToDatasetBuffer(const Array2<float>& dArray, bool& qOK, int32_t iRowIn = 1);
+  // Appends the rows of dArray whose iColumn value is above the last stored.
+  void AddRowsToDatasetBuffer_AsColumn(const Array2<float>& dArray, bool& qOK, int32_t iColumn = 1);
+  // Moves the rows of all buffers into buffer 1.
+  void MergeArrays(bool& qOK);
+  void ExtractDataArray(Array2<float>& arr2d, bool& qOK);
+  void ExtractArray(Array2<float>& arr2d, bool& qOK);
+  void ExtractDataArrayBuffer(int32_t iBuffer, Array2<float>& arr2d, bool& qOK);
+
+  // ======== Columns =================================================================
+  // Adds one column after the last (merging buffers first when there are
+  // several). zAttributes holds the 14 texts by attribute id.
+  void AddDataColumn(const Array<float>& sVals, const Array<std::string>& zAttributes, bool& qOK,
+                     int32_t iCreationType = 0);
+  void AddColumn(const Array<float>& sVals, const Array<std::string>& zAttributes, bool& qOK,
+                 int32_t iCreationType = 0);
+  // The light form: extends only the column records (for columns held
+  // outside the buffers).
+  void AddColumn(const Array<float>& sVals, const Array<std::string>& zAttributes, bool& qOK,
+                 int32_t iCreationType, bool qRecordsOnly);
+  // One column of all rows, buffer after buffer. The output keeps its
+  // allocation when it already has bounds 1..NumRows.
+  bool GetValues(int32_t ThisCol, Array<float>& ThisColumnValues);
+  bool GetValue(int32_t Row, int32_t Column, float& dVal);
+  bool GetValueBuffer(int32_t iBuffer, int32_t Row, int32_t Column, float& dVal);
+  // Always writes buffer 1, then widens the column's limits.
+  void SetValue(int32_t Row, int32_t Column, float dVal);
+  void SetValueBuffer(int32_t iBuffer, int32_t Row, int32_t Column, float dVal);
+  void SetValues(int32_t Index, const Array<float>& sVals, bool& qOK);
+  void SetColumnValues(int32_t Index, const Array<float>& sVals, bool& qOK);
+  void SetValuesOnly(int32_t Index, const Array<float>& sVals, bool& qOK);
+  void SetValuesBuffer(int32_t iBuffer, int32_t Index, const Array<float>& sVals, bool& qOK,
+                       bool qUpdateLimits);
+  // One row across all columns (1..NumCols), or rows iRowFirst..iRowLast as
+  // (1..n, 1..NumCols).
+  bool GetRowValues(int32_t iRow, Array<float>& sVals);
+  bool GetRowValuesMulti(int32_t iRowFirst, int32_t iRowLast, Array2<float>& sVals);
+  bool GetRowValuesBuffer(int32_t iBuffer, int32_t iRowInBuffer, float* sRow) const;
+  // The column's values at the rows whose mask entry is true.
+  void GetMaskedValues(int32_t iColumn, const Array<bool>& qMask, Array<float>& sVals,
+                       int32_t& nVals, bool& qOK);
+  // Address of row 1 (or of iRow) of the column in buffer 1, 0 when none.
+  // Several buffers are merged first. Valid until the storage next changes.
+  std::intptr_t ValuesPtr(int32_t ThisCol);
+  std::intptr_t ValuesRowPtr(int32_t ThisCol, int32_t ThisRow);
+  int16_t GetCreationType(int32_t iColumn) const;
+  void SetCreationType(int32_t iColumn, int16_t iCreationType);
+  bool get_qLoaded(int32_t iVector) const;
+  void let_qLoaded(int32_t iVector, bool qLoaded);
+
+  // ======== Column attributes =========================================================
+  void GetStoredAttribute(int32_t iColumn, int32_t iAttribute, std::string& zAttribute,
+                          int32_t& nLength, bool& qOK, bool qCheck);
+  bool GetAttribute(int32_t Index, int32_t iType, std::string& zAttribute);
+  // ids 1..14 into Attributes(1..14), sizing it when shorter.
+  bool GetAttributes(int32_t ThisCol, Array<std::string>& Attributes);
+  // The ids of iList; nList below 1 means all of iList.
+  bool GetListedAttributes(int32_t ThisCol, const Array<int32_t>& iList,
+                           Array<std::string>& Attributes, int32_t nList);
+  int32_t GetStoredAttributeSize(int32_t iColumn, int32_t iAttribute, bool qCheck);
+  int32_t NumberStoredAttributes(int32_t iAttribute) const;
+  void SetAttributes(int32_t ThisCol, const Array<std::string>& zAttributes, bool& qOK);
+  // One value for the whole data set.
+  bool SetAttribute(int32_t iAttribute, const std::string& zValue);
+  bool SetColumnAttribute(int32_t iColumn, int32_t iAttribute, const std::string& zValue);
+  int32_t FindAttributePosition(int32_t iAttribute, const std::string& zText);
+  void CompareAttribute(int32_t iColumn, int32_t iAttribute, const std::string& zText, int32_t iCell,
+                        bool qCheck, bool& qResult);
+  void SetByteStore(int32_t iAtt, const std::shared_ptr<ByteStore>& xStore, bool& qOK);
+  void GetByteStore(int32_t iAtt, std::shared_ptr<ByteStore>& xStore, bool& qOK) const;
+  void SetByteStoreArray(const AttributePools& xStore, bool& qOK);
+  void GetByteStoreArray(AttributePools& xStore, bool& qOK) const;
+  // Takes the 14 pools by reference and the 24-byte pointer records
+  // (1..24, 1..NumCols) as they stand.
+  void InitialiseByteStore(const AttributePools& xStore, const Array2<uint8_t>& bPointers, bool& qOK);
+  void bInitialiseColumnAttributes(const Array2<uint8_t>& bHeaders, bool& qOK);
+  void InitialiseColumnAttributes(const Array<std::string>& zHeaders, bool& qOK);
+  // Resets the attribute pointers of the columns from iFirstColumn on.
+  void InitColumnDataArray(int32_t iFirstColumn, bool& qOK);
+  // The class index and the well names taken from it.
+  void GetClassIndex(Array<CLASSDATA>& ClassData, int32_t& nClasses, Array<int32_t>& ClassMemberList,
+                     int32_t& nList) const;
+  std::string getMemberName(int32_t n) const;
+  const Array<WELLINFO>& get_Wells() const { return wells_; }
+
+  // ======== Limits ==================================================================
+  bool GetColMinMax(int32_t ThisCol, float& dMinVal, float& dMaxVal, bool qReCalc = false);
+  bool SetColMinMax(int32_t ThisCol, float dMinVal, float dMaxVal);
+  void CalcMinMax(int32_t iColumn, float& dMinVal, float& dMaxVal, bool& qOK);
+  void VectorMinMax(const Array<float>& sVals, float& dMinVal, float& dMaxVal, bool& qOK) const;
+  void InitialiseColumnLimits(bool& qOK);
+  void UpDateColumnLimits(int32_t iColumn, float dVal);
+
+  // ======== Packed headers ============================================================
+  void packSinglebHeaders(const std::shared_ptr<ByteStore>& xPool, int32_t iAttribute,
+                          Array2<uint8_t>& bHeaders, bool& qOK);
+  void packbHeaders(Array2<uint8_t>& bHeaders, bool& qOK);
+  void packbHeader(int32_t iColumn, const std::shared_ptr<ByteStore>& xPool, int32_t iAttribute,
+                   Array<uint8_t>& bRecord, bool& qOK);
+  void packbHeader(int32_t iColumn, Array<uint8_t>& bRecord, bool& qOK);
+  void UnpackbHeader(const Array2<uint8_t>& bHeaders, int32_t iAttribute,
+                     std::shared_ptr<ByteStore>& xPool, bool& qOK, int32_t nReserve,
+                     int32_t iFirstColumn);
+  void UnpackbHeaders(const Array2<uint8_t>& bHeaders, bool& qOK, int32_t iFirstColumn = 1);
+  void UnpackSinglebHeader(int32_t iColumn, const Array<uint8_t>& bRecord, int32_t iAttribute,
+                           std::shared_ptr<ByteStore>& xPool, bool& qOK);
+  void unPackSinglebHeaders(int32_t iColumn, const Array<uint8_t>& bRecord, bool& qOK);
+  // For an active column: the first 233 characters of the text as its record.
+  bool SetUDTAttribute(int32_t Index, const std::string& zAttrib232);
+  // True: a new, empty array of 14 pools. False: the array is erased.
+  void InitByteStorage(bool qCreate, bool& qOK);
+  void bExtractDataHeaders(Array2<uint8_t>& bHeaders, bool& qOK);
+  void bExtractHeaders(Array2<uint8_t>& bHeaders, bool& qOK);
+  void bgetHeaders(Array2<uint8_t>& bHeaders, bool& qOK);
+  void bExtract2dArrays(Array2<float>& arr2d, Array2<uint8_t>& bHeaders, bool& qOK);
+  void bExtractData(Array2<float>& arr2d, Array2<uint8_t>& bHeaders, bool& qOK);
+  void ExtractHeaders(Array<std::string>& zHeaders, bool& qOK);
+  void ExtractDataArrays(Array2<float>& arr2d, Array<std::string>& zAttrib2d, bool& qOK);
+  void Extract2dArrays(Array2<float>& arr2d, Array<std::string>& attrib2d);
+  bool bGetAttributes(int32_t ThisCol, Array<uint8_t>& bAttributes);
+
+  // ======== Memory squeeze ==============================================================
+  // Fills a buffer from dArray by way of the scratch file when memory is too
+  // fragmented for a second copy to stand beside the first.
+  void MemorySqeeezeBuffer(int32_t iBuffer, Array2<float>& dArray, bool& qOK);
+  // Writes a block of values in the scratch file layout that the squeeze path
+  // reads (a dimensions record, then the values); for readers that stage
+  // their data on disk before handing it over.
+  static bool WriteScratchFile(const std::string& zFileName, const Array2<float>& dArray);
+
+ private:
+  // One row buffer: rows vary fastest, so a column is contiguous.
+  struct DATABUFFER {
+    Array2<float> values;     // (1..capacity, 1..columns)
+    int32_t nRowsInUse = 0;
+    int32_t nColumns = 0;
+    int32_t nCapacity = 0;
+  };
+
+  void InitialiseVariables();
+  static std::string Tag(const char* zProcedure);
+
+  // Storage internals (no guard: they run under the caller's).
+  void DimensionBufferArray(DATABUFFER& buf, bool qKeep, int32_t nRows, int32_t nColumns,
+                            int32_t nCapacity);
+  void ResizeColumnRecords(int32_t nCount, bool qAfresh);
+  void CopyIntoBuffer(DATABUFFER& buf, const Array2<float>& dArr, int32_t nRows, int32_t nCols);
+  void SetValuesBufferCore(int32_t iBuffer, int32_t Index, const float* sVals, int32_t nVals,
+                           bool qUpdateLimits);
+  void MergeArraysCore();
+  void ApplyDefaultX();
+  void StoreColumnValues(int32_t Index, const Array<float>& sVals);
+  void LoadWholeArray(Array2<float>& dArray, bool qZeroTest, bool& qGo);
+
+  // Attribute internals.
+  ByteStore* Pool(int32_t iAttribute) const;
+  ByteStore& MakePool(int32_t iAttribute);
+  std::string ComputedTreePath(int32_t iColumn);
+  void SetStoreAttribute(int32_t iAttribute, const std::string& zValue);
+  void SetSingleStoreAttribute(int32_t iColumn, int32_t iAttribute, const std::string& zValue);
+  void StoredAttributeCore(int32_t iColumn, int32_t iAttribute, std::string& zAttribute,
+                           int32_t& nLength, bool& qOK, bool qCheck);
+  void RebuildClassIndex(bool& qOK);
+  void RebuildWellNames(bool qOK);
+  bool UnpackbHeadersCore(const Array2<uint8_t>& bHeaders, int32_t iFirstColumn);
+  void UnpackSingleCore(int32_t iColumn, const Array<uint8_t>& bRecord, int32_t iAttribute);
+  void PackRecordCore(int32_t iColumn, const ByteStore* pool, int32_t iAttribute,
+                      Array<uint8_t>& bRecord);
+
+  // Limits internals.
+  bool InitialiseColumnLimitsCore();  // false when the host cancelled
+  void VectorMinMaxCore(const float* s, int64_t n, float& dMin, float& dMax) const;
+
+  // Memory squeeze internals.
+  void copySingleData(Array2<float>& dArray, DATABUFFER& buf, bool& qOK);
+  void ReadScratchFile(const std::string& zFileName, DATABUFFER& buf);
+  void RemoveScratchFile(const std::string& zFileName);
+
+  // ---- Identity and source
+  std::string zOrigin_, zUCaseOrigin_, zUniqueKey_;
+  int32_t iIndex_ = -1;
+  std::string zFileName_, zScratchFileName_;
+  bool qScratchFile_ = false;
+  std::string zCaseName_, zSimCase_, zGroupName_, zUCaseGroupName_, zTVGroupName_;
+  std::string zTVDisplayRoot_, zUCaseTVDisplayRoot_, zDataRootPath_, zDataRootUnique_,
+      zDataRootLeaf_;
+  std::string zDataClass_, zSourceType_, zSimulator_;
+  bool qEclipseNames_ = false;
+  int32_t iFileType_ = 3, iUnits_ = 0;
+  std::string zUnitSource_, zUnitCurrent_;
+  int32_t iUnitDataSource_ = 0;
+  std::string zDateStamp_;
+  int32_t iDateDay_ = 0, iDateMonth_ = 0, iDateYear_ = 0;
+  std::string zLGRName_, zTableName_, zObsName_;
+  int32_t iCreationMethod_ = 0, iDataSetDerivedFrom_ = 0;
+  bool qChild_ = false;
+  float sTimeInDays_ = -999.0f;
+
+  // ---- Reading state
+  int32_t iStart_ = -1, iEnd_ = -1, iReadPosL_ = -1, iReadPosH_ = -1;
+  bool qNoRestart_ = true, qUnified_ = true, qFormatted_ = true, qAllData_ = true;
+  bool qNoInactive_ = false, qSelectionOnly_ = false;
+  bool qPerforations_ = false, qPerforationsSet_ = false;
+  bool qDeleteAfterFetch_ = false, qDeleteNow_ = false, qIgnoreInGRF_ = false;
+  bool qDualPorosity_ = false, qHysteresis_ = false, qEndPointScaling_ = false,
+       qDirEndPointScaling_ = false, qRevEndPointScaling_ = false, qAltEndPointScaling_ = false;
+  int32_t iPhase_ = 0;
+  std::string zOnly_;
+  Array2<uint8_t> bOnly_;
+  bool qOnly_ = false;
+
+  // ---- Nulls, plot default, accumulation, text rows
+  double dNullValue_ = -999.0;
+  int32_t iUseNullVal_ = 1;
+  double dReaderNullValue_ = 0.0;
+  bool qReaderSetNull_ = false;
+  int32_t iDefaultX_ = -1;
+  bool qAccumulate_ = false;
+  int32_t iAccFrequency_ = 0;
+  std::string zAccInterval_;
+  Date dAccSimDate_, dAccAccDate_;
+  int32_t iAccRates_ = 0;
+  int32_t iTextRowName_ = 0, iTextRowUnits_ = 0, iTextRowLGR_ = 0, iTextRowIndex_ = 0,
+          iTextRowVerbose_ = 0, iTextRowWell_ = 0, iTextRowData_ = 0, iTextRowFixed_ = 0;
+  std::string zTextRowDateFormat_;
+
+  // ---- Grid header
+  bool qINITA2NSet_ = false;
+  Array<int32_t> iINITA2N_;
+  int32_t nINITA2N_ = 0;
+  int32_t nx_ = 0, ny_ = 0, nz_ = 0;
+  bool qColumnMap_ = false;
+  Array<int32_t> iColumnMap_;
+
+  // ---- Sizes and storage
+  int32_t nCols_ = 0;
+  int32_t nBuffers_ = 1;
+  Array<DATABUFFER> buffers_;
+  Array<COLUMNDATA> columns_;
+  int32_t nCellsUncompressed_ = 0, nMarkers_ = 0, nWells_ = 0;
+  bool qInitialised_ = false, qIsDirty_ = false;
+
+  // ---- Attributes
+  AttributePools pools_;
+  Array<CLASSDATA> classData_;
+  Array<int32_t> classMemberList_;
+  int32_t nClasses_ = 0, nClassList_ = 0;
+  Array<WELLINFO> wells_;
+
+  // ---- Seams for the pieces that arrive later. Each flag stays off until
+  // the piece that sets it exists; the branches that test it say what the
+  // piece does.
+  // Columns live on disk and are fetched at first read.
+  bool qFetchOnDemand_ = false;
+  // A tabulated function is attached and the data set presents it as rows.
+  bool qTableMode_ = false;
+  // Row and column selections applied to extraction and headers.
+  bool qRowMask_ = false;
+  Array<int32_t> iRowMask_;
+  int32_t nRowMask_ = 0;
+  bool qColumnMask_ = false;
+  Array<int32_t> iColumnMask_;
+  int32_t nColumnMask_ = 0;
+};
+
+}  // namespace vndata
