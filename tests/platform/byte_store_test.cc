@@ -231,3 +231,13 @@ TEST(ByteStoreBulk, EmptyPoolHasNoBytes) {
   EXPECT_EQ(w, 0);
   EXPECT_EQ(s.Count(), 0);
 }
+
+TEST(ByteStoreBulk, APoolOfOnlyTheEmptyTextReadsItBack) {
+  // Its width stays 0, so the pool holds no bytes for the cell.
+  ByteStore s;
+  EXPECT_EQ(s.AddString(""), 1);
+  EXPECT_EQ(s.Width(), 0);
+  EXPECT_EQ(s.GetString(1), "");
+  EXPECT_EQ(s.View(1).size(), 0u);
+  EXPECT_EQ(s.FindStringNoCase(""), 1);
+}

@@ -91,7 +91,8 @@ void PackField(const ByteStore& pool, int32_t iAttribute, const Array<int32_t>& 
     if (p < 1) continue;
     if (p > nCells) RaiseFault(kFaultSubscript);
     uint8_t* field = out + RecordOffset(k + 1);
-    std::memcpy(field, cells + static_cast<std::size_t>(p - 1) * cellWidth, static_cast<std::size_t>(nCopy));
+    if (nCopy > 0)
+      std::memcpy(field, cells + static_cast<std::size_t>(p - 1) * cellWidth, static_cast<std::size_t>(nCopy));
     if (nCopy < width) std::memset(field + nCopy, ' ', static_cast<std::size_t>(width - nCopy));
   }
 }
@@ -103,8 +104,9 @@ void PackCell(const ByteStore& pool, int32_t iAttribute, int32_t p, uint8_t* bRe
   if (p > pool.Count()) RaiseFault(kFaultSubscript);
   const int32_t nCopy = std::min(pool.Width(), width);
   uint8_t* field = bRecord + (pos - 1);
-  std::memcpy(field, pool.AllBytes() + static_cast<std::size_t>(p - 1) * pool.Width(),
-              static_cast<std::size_t>(nCopy));
+  if (nCopy > 0)
+    std::memcpy(field, pool.AllBytes() + static_cast<std::size_t>(p - 1) * pool.Width(),
+                static_cast<std::size_t>(nCopy));
   if (nCopy < width) std::memset(field + nCopy, ' ', static_cast<std::size_t>(width - nCopy));
 }
 

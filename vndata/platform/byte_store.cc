@@ -89,6 +89,8 @@ int32_t ByteStore::FindStringNoCase(const std::string& zText) const {
 
 std::string_view ByteStore::View(int32_t iCell) const {
   if (iCell < 1 || iCell > Count()) return std::string_view();
+  // An empty text may sit in a pool of width 0, which holds no bytes at all.
+  if (lengths_[iCell - 1] == 0) return std::string_view();
   return std::string_view(reinterpret_cast<const char*>(&cells_[(iCell - 1) * static_cast<std::size_t>(width_)]),
                           static_cast<std::size_t>(lengths_[iCell - 1]));
 }
