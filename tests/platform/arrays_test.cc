@@ -108,3 +108,26 @@ TEST(Array2, PreservingResizeKeepsBothDimensions) {
   EXPECT_EQ(a(1, 2), 12);
   EXPECT_EQ(a.UBound(1), 1);
 }
+
+TEST(ArrayLargeBlocks, LargeArraysStartZeroedAndKeepContentsOnResize) {
+  // 2 million floats (8 MB) and 100,000 (400 KB) take the mapped-block paths.
+  for (int32_t n : {2000000, 100000}) {
+    Array<float> a(1, n);
+    EXPECT_EQ(a(1), 0.0f);
+    EXPECT_EQ(a(n), 0.0f);
+    a(n) = 7.0f;
+    a.ReDimPreserve(n + 10);
+    EXPECT_EQ(a(n), 7.0f);
+    EXPECT_EQ(a(n + 10), 0.0f);
+    Array<float> b = a;
+    EXPECT_EQ(b(n), 7.0f);
+    a.Erase();
+    EXPECT_FALSE(a.IsAllocated());
+  }
+  Array2<float> m(1, 1000, 1, 2000);
+  EXPECT_EQ(m(1000, 2000), 0.0f);
+  m(1000, 1999) = 3.0f;
+  m.ReDimPreserve(1001, 1999);
+  EXPECT_EQ(m(1000, 1999), 3.0f);
+  EXPECT_EQ(m(1001, 1), 0.0f);
+}

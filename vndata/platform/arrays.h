@@ -11,7 +11,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
+#include <limits>
 #include <memory>
+#include <new>
+#include <type_traits>
 #include <utility>
 
 #include "vndata/platform/runtime_fault.h"
@@ -24,6 +27,42 @@ namespace detail {
 inline std::size_t Extent(int32_t lo, int32_t hi) {
   if (hi < lo) RaiseFault(kFaultSubscript);
   return static_cast<std::size_t>(static_cast<int64_t>(hi) - lo + 1);
+}
+
+// Blocks of plain values at least this large are mapped from the system
+// directly, already zeroed: touching fresh memory page by page costs far
+// more than copying into it. Blocks of a few large pages or more are backed
+// by large pages where the system offers them; smaller ones are mapped
+// whole at once rather than page by page on first touch.
+constexpr std::size_t kLargeBlockBytes = std::size_t{128} << 10;
+// A zeroed block of at least `bytes`; throws std::bad_alloc when refused.
+void* AllocateLargeBlock(std::size_t bytes);
+void FreeLargeBlock(void* p, std::size_t bytes) noexcept;
+
+template <class T>
+struct BlockDeleter {
+  std::size_t largeBytes = 0;  // non-zero: a block from AllocateLargeBlock
+  void operator()(T* p) const noexcept {
+    if (largeBytes != 0)
+      FreeLargeBlock(p, largeBytes);
+    else
+      delete[] p;
+  }
+};
+template <class T>
+using BlockPtr = std::unique_ptr<T[], BlockDeleter<T>>;
+
+// n value-initialised elements.
+template <class T>
+BlockPtr<T> NewBlock(std::size_t n) {
+  if constexpr (std::is_trivial_v<T>) {
+    if (n > std::numeric_limits<std::size_t>::max() / sizeof(T)) throw std::bad_alloc();
+    const std::size_t bytes = n * sizeof(T);
+    // Zero bits are the value-initialised state of a trivial type.
+    if (bytes >= kLargeBlockBytes)
+      return BlockPtr<T>(static_cast<T*>(AllocateLargeBlock(bytes)), BlockDeleter<T>{bytes});
+  }
+  return BlockPtr<T>(new T[n](), BlockDeleter<T>{0});
 }
 }  // namespace detail
 
@@ -57,7 +96,7 @@ class Array {
   // Dimensions anew; every element takes its default value.
   void ReDim(int32_t lo, int32_t hi) {
     std::size_t n = detail::Extent(lo, hi);
-    p_.reset(new T[n]());
+    p_ = detail::NewBlock<T>(n);
     n_ = n;
     lo_ = lo;
     allocated_ = true;
@@ -67,7 +106,7 @@ class Array {
   void ReDimPreserve(int32_t hi) {
     int32_t lo = allocated_ ? lo_ : 1;
     std::size_t n = detail::Extent(lo, hi);
-    std::unique_ptr<T[]> q(new T[n]());
+    detail::BlockPtr<T> q = detail::NewBlock<T>(n);
     std::size_t keep = std::min(n, n_);
     for (std::size_t i = 0; i < keep; ++i) q[i] = std::move(p_[i]);
     p_ = std::move(q);
@@ -128,12 +167,12 @@ class Array {
     lo_ = o.lo_;
     n_ = o.n_;
     if (allocated_) {
-      p_.reset(new T[n_]());
+      p_ = detail::NewBlock<T>(n_);
       std::copy(o.p_.get(), o.p_.get() + n_, p_.get());
     }
   }
 
-  std::unique_ptr<T[]> p_;
+  detail::BlockPtr<T> p_;
   std::size_t n_ = 0;
   int32_t lo_ = 1;
   bool allocated_ = false;
@@ -164,7 +203,7 @@ class Array2 {
   void ReDim(int32_t lo1, int32_t hi1, int32_t lo2, int32_t hi2) {
     std::size_t n1 = detail::Extent(lo1, hi1);
     std::size_t n2 = detail::Extent(lo2, hi2);
-    p_.reset(new T[n1 * n2]());
+    p_ = detail::NewBlock<T>(n1 * n2);
     n1_ = n1;
     n2_ = n2;
     lo1_ = lo1;
@@ -178,7 +217,7 @@ class Array2 {
     int32_t lo2 = allocated_ ? lo2_ : 1;
     std::size_t n1 = detail::Extent(lo1, hi1);
     std::size_t n2 = detail::Extent(lo2, hi2);
-    std::unique_ptr<T[]> q(new T[n1 * n2]());
+    detail::BlockPtr<T> q = detail::NewBlock<T>(n1 * n2);
     std::size_t k1 = std::min(n1, n1_), k2 = std::min(n2, n2_);
     for (std::size_t j = 0; j < k2; ++j)
       for (std::size_t i = 0; i < k1; ++i) q[j * n1 + i] = std::move(p_[j * n1_ + i]);
@@ -257,12 +296,12 @@ class Array2 {
     n1_ = o.n1_;
     n2_ = o.n2_;
     if (allocated_) {
-      p_.reset(new T[n1_ * n2_]());
+      p_ = detail::NewBlock<T>(n1_ * n2_);
       std::copy(o.p_.get(), o.p_.get() + n1_ * n2_, p_.get());
     }
   }
 
-  std::unique_ptr<T[]> p_;
+  detail::BlockPtr<T> p_;
   std::size_t n1_ = 0, n2_ = 0;
   int32_t lo1_ = 1, lo2_ = 1;
   bool allocated_ = false;
