@@ -752,3 +752,14 @@ TEST(DataSetAddresses, ValuesPtrMergesBuffersFirst) {
   EXPECT_EQ(ds.get_NumberOfBuffers(), 1);
   for (int32_t i = 0; i < 7; ++i) EXPECT_EQ(p[i], 101.0f + i);
 }
+
+TEST(DataSetDimensions, OutOfMemoryWhileDimensioningIsOneTraceLine) {
+  mxDataSet ds;
+  Build(ds, 2, 3000);
+  LogCapture log;
+  ds.Redimension(2000000000);  // 24 TB of values
+  ASSERT_EQ(log.Lines().size(), 1u);
+  EXPECT_EQ(log.Lines()[0], "Error:Out of memory (No.7) In [mxDataSet  (ReDimensionBuffer)] ");
+  EXPECT_EQ(ds.get_NumRows(), 2);
+  EXPECT_EQ(Column(ds, 3000), (std::vector<float>{300001, 300002}));
+}

@@ -408,7 +408,6 @@ class mxDataSet {
   };
 
   void InitialiseVariables();
-  static std::string Tag(const char* zProcedure);
 
   // Storage internals (no guard: they run under the caller's).
   void DimensionBufferArray(DATABUFFER& buf, bool qKeep, int32_t nRows, int32_t nColumns,
@@ -419,7 +418,7 @@ class mxDataSet {
                            bool qUpdateLimits);
   void MergeArraysCore();
   void ApplyDefaultX();
-  void StoreColumnValues(int32_t Index, const Array<float>& sVals);
+  std::intptr_t ColumnAddress(int32_t ThisCol, int32_t ThisRow);
   void LoadWholeArray(Array2<float>& dArray, bool qZeroTest, bool& qGo);
 
   // Attribute internals.

@@ -322,22 +322,28 @@ void mxDataSet::GetMaskedValues(int32_t iColumn, const Array<bool>& qMask, Array
 
 // ---- Addresses ------------------------------------------------------------------------------------
 
-std::intptr_t mxDataSet::ValuesPtr(int32_t ThisCol) { return ValuesRowPtr(ThisCol, 1); }
+std::intptr_t mxDataSet::ColumnAddress(int32_t ThisCol, int32_t ThisRow) {
+  if (!ValidColumnIndex(ThisCol)) return 0;
+  if (nBuffers_ > 1) {
+    bool qMerged = false;
+    MergeArrays(qMerged);
+    if (!qMerged) return 0;
+  }
+  // A column on disk gives the address of its own loaded values; that
+  // arrives with the column fetch machinery.
+  if (!columns_(ThisCol).qActive) return 0;
+  return reinterpret_cast<std::intptr_t>(&buffers_(1).values(ThisRow, ThisCol));
+}
+
+std::intptr_t mxDataSet::ValuesPtr(int32_t ThisCol) {
+  std::intptr_t iPtr = 0;
+  RunGuarded("mxDataSet  (ValuesPtr)", [&] { iPtr = ColumnAddress(ThisCol, 1); });
+  return iPtr;
+}
 
 std::intptr_t mxDataSet::ValuesRowPtr(int32_t ThisCol, int32_t ThisRow) {
   std::intptr_t iPtr = 0;
-  RunGuarded("mxDataSet  (ValuesRowPtr)", [&] {
-    if (!ValidColumnIndex(ThisCol)) return;
-    if (nBuffers_ > 1) {
-      bool qMerged = false;
-      MergeArrays(qMerged);
-      if (!qMerged) return;
-    }
-    // A column on disk gives the address of its own loaded values; that
-    // arrives with the column fetch machinery.
-    if (!columns_(ThisCol).qActive) return;
-    iPtr = reinterpret_cast<std::intptr_t>(&buffers_(1).values(ThisRow, ThisCol));
-  });
+  RunGuarded("mxDataSet  (ValuesRowPtr)", [&] { iPtr = ColumnAddress(ThisCol, ThisRow); });
   return iPtr;
 }
 

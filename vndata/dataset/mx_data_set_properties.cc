@@ -31,10 +31,6 @@ mxDataSet::mxDataSet() { InitialiseVariables(); }
 // Release drops the pools first, then everything else the object owns.
 mxDataSet::~mxDataSet() { pools_.Erase(); }
 
-std::string mxDataSet::Tag(const char* zProcedure) {
-  return std::string("mxDataSet  (") + zProcedure + ")";
-}
-
 void mxDataSet::InitialiseVariables() {
   zOrigin_.clear();
   zUCaseOrigin_.clear();
@@ -130,7 +126,7 @@ void mxDataSet::InitialiseVariables() {
 void mxDataSet::let_Origin(const std::string& zOrigin) {
   zOrigin_ = zOrigin;
   zUCaseOrigin_ = StringTools::Upper(zOrigin);
-  RunGuarded(Tag("Origin"), [&] { SetStoreAttribute(ATT_ORIGIN, zOrigin); });
+  RunGuarded("mxDataSet  (Origin)", [&] { SetStoreAttribute(ATT_ORIGIN, zOrigin); });
 }
 
 void mxDataSet::let_ScratchFileName(const std::string& zName) {
@@ -220,7 +216,7 @@ void mxDataSet::ApplyDefaultX() {
 
 void mxDataSet::GetINITA2N(bool& qA2N, Array<int32_t>& A2N, int32_t& nA2N, bool& qOK) const {
   qOK = false;
-  RunGuarded(Tag("GetINITA2N"), [&] {
+  RunGuarded("mxDataSet  (GetINITA2N)", [&] {
     if (qINITA2NSet_) {
       qA2N = true;
       A2N = iINITA2N_;
@@ -235,7 +231,7 @@ void mxDataSet::GetINITA2N(bool& qA2N, Array<int32_t>& A2N, int32_t& nA2N, bool&
 
 void mxDataSet::SetINITA2N(const Array<int32_t>& A2N, bool& qOK) {
   qOK = false;
-  RunGuarded(Tag("SetINITA2N"), [&] {
+  RunGuarded("mxDataSet  (SetINITA2N)", [&] {
     if (A2N.IsAllocated() && A2N.size() > 0) {
       iINITA2N_ = A2N;
       nINITA2N_ = static_cast<int32_t>(A2N.size());

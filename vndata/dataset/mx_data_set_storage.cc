@@ -23,12 +23,13 @@ void mxDataSet::DimensionBufferArray(DATABUFFER& buf, bool qKeep, int32_t nRows,
   nRows = std::max(nRows, 1);
   nColumns = std::max(nColumns, 1);
   if (nCapacity < 1) nCapacity = nRows;
-  buf.nRowsInUse = nRows;
-  buf.nColumns = nColumns;
+  // The array first: when memory is refused the buffer keeps its sizes.
   if (qKeep)
     ArrayTools::Resize2(buf.values, nCapacity, nColumns);
   else
     buf.values.ReDim(1, nCapacity, 1, nColumns);
+  buf.nRowsInUse = nRows;
+  buf.nColumns = nColumns;
   buf.nCapacity = buf.values.UBound(1);
 }
 

@@ -11,9 +11,8 @@ namespace vndata {
 
 namespace {
 
-std::string Tag(const char* zProcedure) {
-  return std::string("mxColumnAttributes (Code) (") + zProcedure + ")";
-}
+// Trace tags of this module: "mxColumnAttributes (Code) (<procedure>)".
+#define VNDATA_ATTR_TAG(proc) "mxColumnAttributes (Code) (" proc ")"
 
 // The 16-bit field of an id, or nullptr for "INDEX" and for ids with no field.
 using Field16Ptr = int16_t VECTORDATA::*;
@@ -73,7 +72,7 @@ bool getVECTORDATASingleAttributePointer(const VECTORDATA& v, int32_t iAttribute
 
 bool setVECTORDATASingleAttributePointer(VECTORDATA& v, int32_t iAttribute, int32_t iPointer) {
   bool qOK = false;
-  RunGuarded(Tag("setVECTORDATASingleAttributePointer"), [&] {
+  RunGuarded(VNDATA_ATTR_TAG("setVECTORDATASingleAttributePointer"), [&] {
     WriteAttributePointer(v, iAttribute, iPointer);
     qOK = true;
   });
@@ -83,7 +82,7 @@ bool setVECTORDATASingleAttributePointer(VECTORDATA& v, int32_t iAttribute, int3
 bool getSingleAttributePointer(const Array<COLUMNDATA>& cols, int32_t iColumn, int32_t iAttribute,
                                int32_t& iPointer) {
   bool qOK = false;
-  RunGuarded(Tag("getSingleAttributePointer"), [&] {
+  RunGuarded(VNDATA_ATTR_TAG("getSingleAttributePointer"), [&] {
     ReadAttributePointer(cols(iColumn).Pointers, iAttribute, iPointer);
     qOK = true;
   });
@@ -93,7 +92,7 @@ bool getSingleAttributePointer(const Array<COLUMNDATA>& cols, int32_t iColumn, i
 bool setSingleAttributePointer(Array<COLUMNDATA>& cols, int32_t iColumn, int32_t iAttribute,
                                int32_t iPointer) {
   bool qOK = false;
-  RunGuarded(Tag("setSingleAttributePointer"), [&] {
+  RunGuarded(VNDATA_ATTR_TAG("setSingleAttributePointer"), [&] {
     WriteAttributePointer(cols(iColumn).Pointers, iAttribute, iPointer);
     qOK = true;
   });
@@ -103,7 +102,7 @@ bool setSingleAttributePointer(Array<COLUMNDATA>& cols, int32_t iColumn, int32_t
 bool getSingleAttributePointers(const Array<COLUMNDATA>& cols, int32_t iAttribute,
                                 Array<int32_t>& iPointers) {
   bool qOK = false;
-  RunGuarded(Tag("getSingleAttributePointers"), [&] {
+  RunGuarded(VNDATA_ATTR_TAG("getSingleAttributePointers"), [&] {
     const int32_t n = static_cast<int32_t>(cols.size());
     if (n < 1) RaiseFault(kFaultSubscript);
     Array<int32_t> out(1, n);
@@ -124,7 +123,7 @@ bool getSingleAttributePointers(const Array<COLUMNDATA>& cols, int32_t iAttribut
 bool setSingleAttributePointers(const Array<int32_t>& iPointers, int32_t iAttribute,
                                 Array<COLUMNDATA>& cols, int32_t iFirstColumn) {
   bool qOK = false;
-  RunGuarded(Tag("setSingleAttributePointers"), [&] {
+  RunGuarded(VNDATA_ATTR_TAG("setSingleAttributePointers"), [&] {
     const int32_t f = iFirstColumn < 2 ? 1 : iFirstColumn;
     if (iPointers.IsAllocated()) {
       const int32_t lo = iPointers.LBound(), hi = iPointers.UBound();
@@ -140,7 +139,7 @@ bool setSingleAttributePointers(const Array<int32_t>& iPointers, int32_t iAttrib
 
 bool setVECTORDATAPointers(const Array<int32_t>& iPointers, VECTORDATA& v) {
   bool qOK = false;
-  RunGuarded(Tag("setVECTORDATAPointers"), [&] {
+  RunGuarded(VNDATA_ATTR_TAG("setVECTORDATAPointers"), [&] {
     for (int32_t id = 1; id <= kNumAttributes; ++id) {
       if (id == TREEVIEWPATH || id == UNUSED3 || id == UNUSED13) continue;
       WriteAttributePointer(v, id, iPointers(id));
@@ -152,7 +151,7 @@ bool setVECTORDATAPointers(const Array<int32_t>& iPointers, VECTORDATA& v) {
 
 bool InitColumnDataArray(Array<COLUMNDATA>& cols, int32_t iFirstColumn) {
   bool qOK = false;
-  RunGuarded(Tag("InitColumnDataArray"), [&] {
+  RunGuarded(VNDATA_ATTR_TAG("InitColumnDataArray"), [&] {
     ResetColumnPointers(cols, iFirstColumn < 1 ? 1 : iFirstColumn);
     qOK = true;
   });
@@ -172,7 +171,7 @@ bool setClassPointerData(const AttributePools& pools, const Array<COLUMNDATA>& c
                          Array<CLASSDATA>& ClassData, int32_t& nClasses, int32_t& nList,
                          Array<int32_t>& ClassMemberList) {
   bool qOK = false;
-  RunGuarded(Tag("setClassPointerData"), [&] {
+  RunGuarded(VNDATA_ATTR_TAG("setClassPointerData"), [&] {
     const int32_t M = PoolCount(pools, ATT_MEMBER);
     const int32_t C = PoolCount(pools, ATT_CLASS);
     nClasses = 0;
@@ -225,7 +224,7 @@ bool getClassPointerList(const ByteStore* classPool, const std::string& zClasses
                          const Array<CLASSDATA>& ClassData, const Array<int32_t>& ClassMemberList,
                          Array<int32_t>& iMembers, int32_t& nMembers) {
   bool qOK = false;
-  RunGuarded(Tag("getClassPointerList"), [&] {
+  RunGuarded(VNDATA_ATTR_TAG("getClassPointerList"), [&] {
     nMembers = 0;
     if (classPool == nullptr) {
       qOK = true;
@@ -255,7 +254,7 @@ bool getClassPointerList(const ByteStore* classPool, const std::string& zClasses
 bool setMemberNames(const Array<std::string>& zNames, int32_t nNames, Array<WELLINFO>& wells,
                     int32_t& nWells) {
   bool qOK = false;
-  RunGuarded(Tag("setMemberNames"), [&] {
+  RunGuarded(VNDATA_ATTR_TAG("setMemberNames"), [&] {
     Array<WELLINFO> out(1, nNames < 1 ? 1 : nNames);
     for (int32_t i = 1; i <= nNames; ++i) {
       WELLINFO& w = out(i);
@@ -282,7 +281,7 @@ std::string getMemberName(const Array<WELLINFO>& wells, int32_t nWells, int32_t 
 bool GetPointersToWellList(const Array<WELLINFO>& wells, int32_t nWells, const ByteStore& members,
                            Array<bool>& qInList) {
   bool qOK = false;
-  RunGuarded(Tag("GetPointersToWellList"), [&] {
+  RunGuarded(VNDATA_ATTR_TAG("GetPointersToWellList"), [&] {
     if (nWells < 1) {
       qOK = true;
       return;

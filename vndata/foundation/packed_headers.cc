@@ -12,9 +12,8 @@ namespace vndata {
 
 namespace {
 
-std::string Tag(const char* zProcedure) {
-  return std::string("mxPackedHeaders (Code) (") + zProcedure + ")";
-}
+// Trace tags of this module: "mxPackedHeaders (Code) (<procedure>)".
+#define VNDATA_HEADERS_TAG(proc) "mxPackedHeaders (Code) (" proc ")"
 
 // Current position of each field of an attribute constant list, by field
 // number (ACF_*); the legacy tree path has none.
@@ -151,7 +150,7 @@ void RecordFromText(std::string_view zAttrib232, Array<uint8_t>& bRecord) {
 bool Update2NewAttribs(const Array<int32_t>& iAttConst, const Array2<uint8_t>& bOld,
                        Array2<uint8_t>& bNew, int32_t nRecords) {
   bool qOK = false;
-  RunGuarded(Tag("Update2NewAttribs"), [&] {
+  RunGuarded(VNDATA_HEADERS_TAG("Update2NewAttribs"), [&] {
     Array2<uint8_t> out(1, kPackedRecordSize, 1, nRecords);
     Array<uint8_t> work(1, kPackedRecordSize);  // zeros, kept from record to record
     for (int32_t r = 1; r <= nRecords; ++r) {
@@ -178,7 +177,7 @@ bool Update2NewAttribs(const Array<int32_t>& iAttConst, const Array2<uint8_t>& b
 bool UpdateBONLY(int32_t nRecords, const Array<int32_t>& iAttConst, const Array<uint8_t>& bOld,
                  Array2<uint8_t>& bOnly) {
   bool qOK = false;
-  RunGuarded(Tag("UpdateBONLY"), [&] {
+  RunGuarded(VNDATA_HEADERS_TAG("UpdateBONLY"), [&] {
     int32_t pos = 0, wClass = 0, wMember = 0;
     AttConstField(iAttConst, ACF_CLASS, pos, wClass);
     AttConstField(iAttConst, ACF_MEMBER, pos, wMember);
