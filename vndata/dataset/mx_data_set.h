@@ -442,7 +442,7 @@ class mxDataSet {
 
   // Memory squeeze internals.
   void copySingleData(Array2<float>& dArray, DATABUFFER& buf, bool& qOK);
-  void ReadScratchFile(const std::string& zFileName, DATABUFFER& buf);
+  void ReadScratchFile(const std::string& zFileName, DATABUFFER& buf, bool& qOK);
   void RemoveScratchFile(const std::string& zFileName);
 
   // ---- Identity and source

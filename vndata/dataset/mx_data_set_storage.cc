@@ -54,6 +54,7 @@ void mxDataSet::CopyIntoBuffer(DATABUFFER& buf, const Array2<float>& dArr, int32
                                int32_t nCols) {
   if (nRows < 1 || nCols < 1) return;
   const float* src = &dArr(dArr.LBound(1), dArr.LBound(2));
+  if (src == buf.values.data()) return;  // the buffer's array is its own source
   const std::size_t srcStride = dArr.Rows();
   if (buf.nCapacity == nRows && srcStride == static_cast<std::size_t>(nRows)) {
     std::memcpy(buf.values.data(), src, sizeof(float) * static_cast<std::size_t>(nRows) * nCols);
