@@ -236,7 +236,12 @@ void mxDataSet::LoadWholeArray(Array2<float>& dArray, bool qZeroTest, bool& qGo)
     InitialiseColumnValues(dArray, qValues);
     if (Module().CancelLoad || !qValues) return;
   }
-  if (qScratchFile_) return;  // SQUEEZE-PENDING
+  if (qScratchFile_) {
+    MessageLog::Shared().Add("Memory squeeze " + zScratchFileName_, false);
+    bool qSqueeze = false;
+    MemorySqeeezeBuffer(1, dArray, qSqueeze);
+    if (!qSqueeze) return;
+  }
   qGo = true;
 }
 
