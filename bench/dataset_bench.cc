@@ -17,6 +17,7 @@
 // allocated memory, which pays the page faults the operation pays too.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstring>
 #include <memory>
@@ -68,12 +69,40 @@ Array2<uint8_t> MakeHeaders(int32_t nCols) {
   return b;
 }
 
-void Report(benchmark::State& state, double tOp, double tBase, double tFresh) {
-  state.counters["op_ms"] = 1e3 * tOp / static_cast<double>(state.iterations());
-  state.counters["memcpy_ms"] = 1e3 * tBase / static_cast<double>(state.iterations());
-  state.counters["ratio"] = tOp / tBase;
-  if (tFresh > 0) state.counters["ratio_fresh"] = tOp / tFresh;
-}
+// Times of one benchmark, iteration by iteration. Each iteration times the
+// baseline and the operation one right after the other, so both meet the
+// same load of the machine; the ratio reported is the median of the
+// iterations' ratios, with the ratio of the mean times beside it.
+struct Times {
+  std::vector<double> op, base, fresh;
+  void Add(double tOp, double tBase, double tFresh) {
+    op.push_back(tOp);
+    base.push_back(tBase);
+    fresh.push_back(tFresh);
+  }
+  static double Median(std::vector<double> v) {
+    std::sort(v.begin(), v.end());
+    const std::size_t n = v.size();
+    return n % 2 ? v[n / 2] : 0.5 * (v[n / 2 - 1] + v[n / 2]);
+  }
+  static double Sum(const std::vector<double>& v) {
+    double s = 0;
+    for (double x : v) s += x;
+    return s;
+  }
+  void Report(benchmark::State& state) const {
+    std::vector<double> r, rf;
+    for (std::size_t i = 0; i < op.size(); ++i) {
+      r.push_back(op[i] / base[i]);
+      if (fresh[i] > 0) rf.push_back(op[i] / fresh[i]);
+    }
+    state.counters["op_ms"] = 1e3 * Median(op);
+    state.counters["memcpy_ms"] = 1e3 * Median(base);
+    state.counters["ratio"] = Median(r);
+    state.counters["ratio_of_means"] = Sum(op) / Sum(base);
+    if (!rf.empty()) state.counters["ratio_fresh"] = Median(rf);
+  }
+};
 
 // A memcpy into freshly allocated memory, timed with the allocation.
 double FreshCopy(const void* src, std::size_t n) {
@@ -93,14 +122,13 @@ static void BM_bInitialiseFrom2d(benchmark::State& state) {
   const Array2<uint8_t> headers = MakeHeaders(nCols);
   const std::size_t bytes = source.size() * sizeof(float);
   std::vector<char> dst(bytes, 1);
-  double tOp = 0, tBase = 0, tFresh = 0;
+  Times times;
   for (auto _ : state) {
     const auto b0 = Clock::now();
     std::memcpy(dst.data(), source.data(), bytes);
     benchmark::DoNotOptimize(dst.data());
     const auto b1 = Clock::now();
-    tBase += Seconds(b0, b1);
-    tFresh += FreshCopy(source.data(), bytes);
+    const double tFresh = FreshCopy(source.data(), bytes);
 
     Array2<float> a = source;  // the reader's array, made outside the timing
     auto ds = std::make_unique<mxDataSet>();
@@ -109,13 +137,13 @@ static void BM_bInitialiseFrom2d(benchmark::State& state) {
     ds->bInitialiseFrom2d(a, headers, qOK);
     const auto t1 = Clock::now();
     if (!qOK) state.SkipWithError("load failed");
-    tOp += Seconds(t0, t1);
+    times.Add(Seconds(t0, t1), Seconds(b0, b1), tFresh);
     state.SetIterationTime(Seconds(t0, t1));
   }
-  Report(state, tOp, tBase, tFresh);
+  times.Report(state);
   state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * bytes));
 }
-BENCHMARK(BM_bInitialiseFrom2d)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(BM_bInitialiseFrom2d)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(9);
 
 static void BM_GetValues(benchmark::State& state) {
   const int32_t nRows = 1000000, nCols = 4;
@@ -127,7 +155,7 @@ static void BM_GetValues(benchmark::State& state) {
   const std::size_t bytes = nRows * sizeof(float);
   std::vector<float> dst(nRows, 1.0f);
   Array<float> out;
-  double tOp = 0, tBase = 0, tFresh = 0;
+  Times times;
   int32_t col = 1;
   for (auto _ : state) {
     const float* src = reinterpret_cast<const float*>(ds.ValuesPtr(col));
@@ -135,18 +163,17 @@ static void BM_GetValues(benchmark::State& state) {
     std::memcpy(dst.data(), src, bytes);
     benchmark::DoNotOptimize(dst.data());
     const auto b1 = Clock::now();
-    tBase += Seconds(b0, b1);
-    tFresh += FreshCopy(src, bytes);
+    const double tFresh = FreshCopy(src, bytes);
     const auto t0 = Clock::now();
     const bool q = ds.GetValues(col, out);
     benchmark::DoNotOptimize(out.data());
     const auto t1 = Clock::now();
     if (!q) state.SkipWithError("GetValues failed");
-    tOp += Seconds(t0, t1);
+    times.Add(Seconds(t0, t1), Seconds(b0, b1), tFresh);
     state.SetIterationTime(Seconds(t0, t1));
     col = col % nCols + 1;
   }
-  Report(state, tOp, tBase, tFresh);
+  times.Report(state);
   state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * bytes));
 }
 BENCHMARK(BM_GetValues)->UseManualTime()->Unit(benchmark::kMicrosecond)->Iterations(200);
@@ -157,14 +184,13 @@ static void BM_AppendRows(benchmark::State& state) {
   const std::size_t bytes = static_cast<std::size_t>(nTotal) * nCols * sizeof(float);
   const Array2<float> all = MakeBlock(nTotal, nCols);
   std::vector<char> dst(bytes, 1);
-  double tOp = 0, tBase = 0, tFresh = 0;
+  Times times;
   for (auto _ : state) {
     const auto b0 = Clock::now();
     std::memcpy(dst.data(), all.data(), bytes);
     benchmark::DoNotOptimize(dst.data());
     const auto b1 = Clock::now();
-    tBase += Seconds(b0, b1);
-    tFresh += FreshCopy(all.data(), bytes);
+    const double tFresh = FreshCopy(all.data(), bytes);
 
     auto ds = std::make_unique<mxDataSet>();
     ds->Dimension(nCols, 1);
@@ -173,13 +199,13 @@ static void BM_AppendRows(benchmark::State& state) {
     for (int32_t k = 0; k < nTotal / nChunk && qOK; ++k) ds->AddRowsToDatasetBuffer(chunk, qOK);
     const auto t1 = Clock::now();
     if (!qOK || ds->get_NumRows() != nTotal + 1) state.SkipWithError("append failed");
-    tOp += Seconds(t0, t1);
+    times.Add(Seconds(t0, t1), Seconds(b0, b1), tFresh);
     state.SetIterationTime(Seconds(t0, t1));
   }
-  Report(state, tOp, tBase, tFresh);
+  times.Report(state);
   state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * bytes));
 }
-BENCHMARK(BM_AppendRows)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK(BM_AppendRows)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(15);
 
 static void BM_PackUnpackHeaders(benchmark::State& state) {
   const int32_t nCols = 50000;

@@ -414,6 +414,7 @@ class mxDataSet {
                             int32_t nCapacity);
   void ResizeColumnRecords(int32_t nCount, bool qAfresh);
   void CopyIntoBuffer(DATABUFFER& buf, const Array2<float>& dArr, int32_t nRows, int32_t nCols);
+  bool CopyWithLimits(DATABUFFER& buf, const Array2<float>& dArr, int32_t nRows, int32_t nCols);
   void SetValuesBufferCore(int32_t iBuffer, int32_t Index, const float* sVals, int32_t nVals,
                            bool qUpdateLimits);
   void MergeArraysCore();
@@ -438,6 +439,7 @@ class mxDataSet {
 
   // Limits internals.
   bool InitialiseColumnLimitsCore();  // false when the host cancelled
+  bool LimitsOfColumns(int32_t iFirst, int32_t iLast);
   void VectorMinMaxCore(const float* s, int64_t n, float& dMin, float& dMax) const;
 
   // Memory squeeze internals.

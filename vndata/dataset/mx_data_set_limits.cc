@@ -164,10 +164,7 @@ void mxDataSet::CalcMinMax(int32_t iColumn, float& dMinVal, float& dMaxVal, bool
   });
 }
 
-bool mxDataSet::InitialiseColumnLimitsCore() {
-  // Columns on disk have limits of their own pass, which arrives with the
-  // column fetch machinery.
-  const int32_t nColumns = buffers_(1).values.UBound(2);
+bool mxDataSet::LimitsOfColumns(int32_t iFirst, int32_t iLast) {
   const float sNull = static_cast<float>(dNullValue_);
   bool qCancelled = false;
   auto store = [&](int32_t c, float mn, float mx) {
@@ -180,7 +177,7 @@ bool mxDataSet::InitialiseColumnLimitsCore() {
   // Three copies of one loop, so that the null and buffer tests stand outside
   // the inner loop.
   if (iUseNullVal_ == 0) {
-    for (int32_t c = 1; c <= nColumns && !qCancelled; ++c) {
+    for (int32_t c = iFirst; c <= iLast && !qCancelled; ++c) {
       float mn = kLimitSeedMin, mx = kLimitSeedMax;
       for (int32_t b = 1; b <= nBuffers_; ++b) {
         const DATABUFFER& buf = buffers_(b);
@@ -190,13 +187,13 @@ bool mxDataSet::InitialiseColumnLimitsCore() {
     }
   } else if (nBuffers_ == 1) {
     const DATABUFFER& buf = buffers_(1);
-    for (int32_t c = 1; c <= nColumns && !qCancelled; ++c) {
+    for (int32_t c = iFirst; c <= iLast && !qCancelled; ++c) {
       float mn = kLimitSeedMin, mx = kLimitSeedMax;
       if (buf.nRowsInUse > 0) MinMaxSkip(buf.values.Column(c), buf.nRowsInUse, sNull, mn, mx);
       store(c, mn, mx);
     }
   } else {
-    for (int32_t c = 1; c <= nColumns && !qCancelled; ++c) {
+    for (int32_t c = iFirst; c <= iLast && !qCancelled; ++c) {
       float mn = kLimitSeedMin, mx = kLimitSeedMax;
       for (int32_t b = 1; b <= nBuffers_; ++b) {
         const DATABUFFER& buf = buffers_(b);
@@ -205,8 +202,15 @@ bool mxDataSet::InitialiseColumnLimitsCore() {
       store(c, mn, mx);
     }
   }
-  qIsDirty_ = true;
   return !qCancelled;
+}
+
+bool mxDataSet::InitialiseColumnLimitsCore() {
+  // Columns on disk have limits of their own pass, which arrives with the
+  // column fetch machinery.
+  const bool qDone = LimitsOfColumns(1, buffers_(1).values.UBound(2));
+  qIsDirty_ = true;
+  return qDone;
 }
 
 void mxDataSet::InitialiseColumnLimits(bool& qOK) {

@@ -65,6 +65,28 @@ void mxDataSet::CopyIntoBuffer(DATABUFFER& buf, const Array2<float>& dArr, int32
                 sizeof(float) * static_cast<std::size_t>(nRows));
 }
 
+bool mxDataSet::CopyWithLimits(DATABUFFER& buf, const Array2<float>& dArr, int32_t nRows, int32_t nCols) {
+  constexpr std::size_t kSliceBytes = 256 << 10;
+  const std::size_t colBytes = sizeof(float) * static_cast<std::size_t>(std::max(nRows, 1));
+  const int32_t nSlice = static_cast<int32_t>(std::max<std::size_t>(1, kSliceBytes / colBytes));
+  const float* src = &dArr(dArr.LBound(1), dArr.LBound(2));
+  const std::size_t srcStride = dArr.Rows(), dstStride = buf.values.Rows();
+  bool qLimits = true;
+  for (int32_t c0 = 1; c0 <= nCols; c0 += nSlice) {
+    const int32_t c1 = std::min(nCols, c0 + nSlice - 1);
+    float* dst = buf.values.Column(c0);
+    const float* from = src + static_cast<std::size_t>(c0 - 1) * srcStride;
+    if (srcStride == dstStride && srcStride == static_cast<std::size_t>(nRows))
+      std::memcpy(dst, from, colBytes * static_cast<std::size_t>(c1 - c0 + 1));
+    else
+      for (int32_t j = 0; j <= c1 - c0; ++j)
+        std::memcpy(dst + j * dstStride, from + j * srcStride, sizeof(float) * static_cast<std::size_t>(nRows));
+    // After a cancel the values are still all copied; only the limits stop.
+    if (qLimits) qLimits = LimitsOfColumns(c0, c1);
+  }
+  return qLimits;
+}
+
 // ---- Dimensions -------------------------------------------------------------------------
 
 void mxDataSet::Dimension(int32_t nItems, int32_t nRows) {
@@ -189,9 +211,16 @@ void mxDataSet::InitialiseColumnValuesBuffer(int32_t iBuffer, const Array2<float
     buf.nRowsInUse = nRows;
     buf.nColumns = nCols;
     if (nRows > buf.nCapacity || nCols > buf.values.UBound(2)) return;
-    CopyIntoBuffer(buf, dArr, nRows, nCols);
     bool qLimits = false;
-    InitialiseColumnLimits(qLimits);
+    if (iBuffer == 1 && nCols == buf.values.UBound(2) && &dArr != &buf.values) {
+      // The copy and the limits pass go a slice of columns at a time, so that
+      // the limits read the values while they are still in the cache. The
+      // result is that of the whole copy followed by the limits pass.
+      qLimits = CopyWithLimits(buf, dArr, nRows, nCols);
+    } else {
+      CopyIntoBuffer(buf, dArr, nRows, nCols);
+      InitialiseColumnLimits(qLimits);
+    }
     qIsDirty_ = true;
     qOK = qLimits;
   });

@@ -53,9 +53,12 @@ class ArrayTools {
     (void)src(srcRow, src.LBound(2));
     (void)dst(dstRow, dst.LBound(2));
     // memmove: src and dst may be one array (rows shifted within a buffer).
-    for (int32_t j = 0; j < nCols; ++j)
-      std::memmove(&dst(dstRow, dst.LBound(2) + j), &src(srcRow, src.LBound(2) + j),
-                   sizeof(T) * static_cast<std::size_t>(nRows));
+    // Columns lie one behind the other, a first bound apart.
+    const T* from = &src(srcRow, src.LBound(2));
+    T* to = &dst(dstRow, dst.LBound(2));
+    const std::size_t srcStride = src.Rows(), dstStride = dst.Rows();
+    const std::size_t bytes = sizeof(T) * static_cast<std::size_t>(nRows);
+    for (int32_t j = 0; j < nCols; ++j, from += srcStride, to += dstStride) std::memmove(to, from, bytes);
   }
 
   // The walk over columns 1..nCols asked for by iStart and iEnd (-1 meaning
