@@ -234,3 +234,21 @@ TEST(DataSetLimits, ACancelledLimitsPassStopsAndTheLoadFails) {
   EXPECT_TRUE(ds.GetColMinMax(1024, mn, mx));
   EXPECT_EQ(mn, 102401.0f);
 }
+
+TEST(DataSetLimits, ALoadOfManyLongColumnsHasEveryColumnsLimits) {
+  // 20,000 rows: the copy and the limits go a few columns at a time.
+  mxDataSet ds;
+  Array2<float> a = Block(20000, 10, [](int32_t i, int32_t j) {
+    return i == 7 ? -999.0f : static_cast<float>(j * 1000 + (i * 37) % 991);
+  });
+  Load(ds, a);
+  for (int32_t j = 1; j <= 10; ++j) {
+    float mn = 0, mx = 0;
+    ASSERT_TRUE(ds.GetColMinMax(j, mn, mx));
+    EXPECT_EQ(mn, j * 1000.0f) << j;
+    EXPECT_EQ(mx, j * 1000.0f + 990.0f) << j;
+    Array<float> v;
+    ASSERT_TRUE(ds.GetValues(j, v));
+    EXPECT_EQ(v(20000), static_cast<float>(j * 1000 + (20000 * 37) % 991));
+  }
+}
