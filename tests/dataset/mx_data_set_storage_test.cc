@@ -763,3 +763,25 @@ TEST(DataSetDimensions, OutOfMemoryWhileDimensioningIsOneTraceLine) {
   EXPECT_EQ(ds.get_NumRows(), 2);
   EXPECT_EQ(Column(ds, 3000), (std::vector<float>{300001, 300002}));
 }
+
+TEST(DataSetAppend, ManyAppendedBuffersKeepTheirRowsThroughAMerge) {
+  // 40 buffers of 4096 rows by 16 columns: more than one chunk of memory.
+  mxDataSet ds;
+  ds.Dimension(16, 1);
+  bool qOK = false;
+  for (int32_t k = 0; k < 40; ++k) {
+    ds.AddRowsToDatasetBuffer(Numbered(4096, 16, 2 + 4096 * k), qOK);
+    ASSERT_TRUE(qOK);
+  }
+  ASSERT_EQ(ds.get_NumberOfBuffers(), 41);
+  EXPECT_EQ(ds.get_NumRows(), 1 + 40 * 4096);
+  Array<float> v;
+  ASSERT_TRUE(ds.GetValues(16, v));
+  EXPECT_EQ(v(1), 0.0f);
+  for (int32_t i = 2; i <= 1 + 40 * 4096; i += 997) ASSERT_EQ(v(i), 1600.0f + i) << i;
+  ds.MergeArrays(qOK);
+  ASSERT_TRUE(qOK);
+  Array<float> w;
+  ASSERT_TRUE(ds.GetValues(16, w));
+  for (int32_t i = 1; i <= w.UBound(); ++i) ASSERT_EQ(w(i), v(i)) << i;
+}

@@ -131,3 +131,21 @@ TEST(ArrayLargeBlocks, LargeArraysStartZeroedAndKeepContentsOnResize) {
   EXPECT_EQ(m(1000, 1999), 3.0f);
   EXPECT_EQ(m(1001, 1), 0.0f);
 }
+
+TEST(ArrayLargeBlocks, AnArrayOnCarvedMemoryHoldsItsOwner) {
+  auto owner = std::make_shared<std::vector<float>>(12, 0.0f);
+  std::weak_ptr<std::vector<float>> watch = owner;
+  {
+    Array2<float> m;
+    m.ReDimOn(owner->data() + 2, owner, 1, 5, 1, 2);
+    owner.reset();
+    ASSERT_FALSE(watch.expired());  // the array keeps its memory alive
+    m(5, 2) = 4.0f;
+    EXPECT_EQ((*watch.lock())[11], 4.0f);
+    EXPECT_EQ(m.UBound(1), 5);
+    // Resizing moves the values to memory of the array's own.
+    m.ReDimPreserve(6, 2);
+    EXPECT_TRUE(watch.expired());
+    EXPECT_EQ(m(5, 2), 4.0f);
+  }
+}

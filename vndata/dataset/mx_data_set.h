@@ -407,7 +407,20 @@ class mxDataSet {
     int32_t nCapacity = 0;
   };
 
+  // Memory that appended buffers are carved from, a few megabytes at a time,
+  // so that an append does not take fresh memory page by page. Fresh memory
+  // is zero, and none of it is handed out twice.
+  struct AppendChunk {
+    uint8_t* base = nullptr;
+    std::size_t bytes = 0, used = 0;
+    AppendChunk() = default;
+    AppendChunk(const AppendChunk&) = delete;
+    AppendChunk& operator=(const AppendChunk&) = delete;
+    ~AppendChunk();
+  };
+
   void InitialiseVariables();
+  void MakeAppendedBuffer(DATABUFFER& buf, int32_t nRows, int32_t nColumns, int32_t nCapacity);
 
   // Storage internals (no guard: they run under the caller's).
   void DimensionBufferArray(DATABUFFER& buf, bool qKeep, int32_t nRows, int32_t nColumns,
@@ -507,6 +520,7 @@ class mxDataSet {
   int32_t nCols_ = 0;
   int32_t nBuffers_ = 1;
   Array<DATABUFFER> buffers_;
+  std::shared_ptr<AppendChunk> appendChunk_;
   Array<COLUMNDATA> columns_;
   int32_t nCellsUncompressed_ = 0, nMarkers_ = 0, nWells_ = 0;
   bool qInitialised_ = false, qIsDirty_ = false;

@@ -105,6 +105,7 @@ void mxDataSet::InitialiseVariables() {
   // One buffer of 1 by 1 with no rows in use, one column record, no columns.
   buffers_.ReDim(1, 1);
   nBuffers_ = 1;
+  appendChunk_.reset();
   DimensionBufferArray(buffers_(1), false, 1, 1, 1);
   buffers_(1).nRowsInUse = 0;
   columns_.ReDim(1, 1);

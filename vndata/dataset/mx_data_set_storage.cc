@@ -14,7 +14,36 @@ namespace {
 // A buffer made by appending holds this many rows unless more are placed at
 // once, so that small appends do not allocate a buffer each.
 constexpr int32_t kAppendGranularity = 4096;
+// Appended buffers smaller than this are carved from chunks of this size;
+// larger ones are taken from the system on their own.
+constexpr std::size_t kAppendChunkBytes = std::size_t{8} << 20;
+constexpr std::size_t kAppendCarveLimit = std::size_t{2} << 20;
 }  // namespace
+
+mxDataSet::AppendChunk::~AppendChunk() {
+  if (base != nullptr) detail::FreeLargeBlock(base, bytes);
+}
+
+void mxDataSet::MakeAppendedBuffer(DATABUFFER& buf, int32_t nRows, int32_t nColumns, int32_t nCapacity) {
+  const std::size_t bytes = sizeof(float) * static_cast<std::size_t>(nCapacity) * static_cast<std::size_t>(nColumns);
+  if (bytes > kAppendCarveLimit) {
+    DimensionBufferArray(buf, false, nRows, nColumns, nCapacity);
+    return;
+  }
+  const std::size_t need = (bytes + 63) / 64 * 64;
+  if (!appendChunk_ || appendChunk_->bytes - appendChunk_->used < need) {
+    auto chunk = std::make_shared<AppendChunk>();
+    chunk->base = static_cast<uint8_t*>(detail::AllocateLargeBlock(kAppendChunkBytes));
+    chunk->bytes = kAppendChunkBytes;
+    appendChunk_ = std::move(chunk);
+  }
+  float* values = reinterpret_cast<float*>(appendChunk_->base + appendChunk_->used);
+  appendChunk_->used += need;
+  buf.values.ReDimOn(values, appendChunk_, 1, nCapacity, 1, nColumns);
+  buf.nRowsInUse = nRows;
+  buf.nColumns = nColumns;
+  buf.nCapacity = nCapacity;
+}
 
 // ---- Internals --------------------------------------------------------------------------
 
@@ -327,7 +356,7 @@ void mxDataSet::AddRowsToDatasetBuffer(const Array2<float>& dArray, bool& qOK, i
     nBuffers_ += 1;
     const int32_t r = n - sFill;
     DATABUFFER& fresh = buffers_(nBuffers_);
-    DimensionBufferArray(fresh, false, r, nCols_, r < kAppendGranularity + 1 ? kAppendGranularity : r);
+    MakeAppendedBuffer(fresh, r, nCols_, r < kAppendGranularity + 1 ? kAppendGranularity : r);
     ArrayTools::CopyRows2(dArray, iRowIn + sFill, fresh.values, 1, r, nCols_);
     qOK = true;
   });
@@ -387,6 +416,7 @@ void mxDataSet::MergeArraysCore() {
   b1.nCapacity = b1.values.UBound(1);
   buffers_.ReDimPreserve(1);
   nBuffers_ = 1;
+  appendChunk_.reset();
 }
 
 void mxDataSet::MergeArrays(bool& qOK) {

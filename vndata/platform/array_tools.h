@@ -58,6 +58,13 @@ class ArrayTools {
     T* to = &dst(dstRow, dst.LBound(2));
     const std::size_t srcStride = src.Rows(), dstStride = dst.Rows();
     const std::size_t bytes = sizeof(T) * static_cast<std::size_t>(nRows);
+    if (&src != &dst && nRows <= 16) {
+      // A few rows of many columns (an append): a call per column would cost
+      // more than the copy itself.
+      for (int32_t j = 0; j < nCols; ++j, from += srcStride, to += dstStride)
+        for (int32_t i = 0; i < nRows; ++i) to[i] = from[i];
+      return;
+    }
     for (int32_t j = 0; j < nCols; ++j, from += srcStride, to += dstStride) std::memmove(to, from, bytes);
   }
 

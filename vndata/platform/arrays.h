@@ -42,7 +42,12 @@ void FreeLargeBlock(void* p, std::size_t bytes) noexcept;
 template <class T>
 struct BlockDeleter {
   std::size_t largeBytes = 0;  // non-zero: a block from AllocateLargeBlock
+  // Set for a block carved from memory that this owner holds: releasing the
+  // block only drops the reference.
+  std::shared_ptr<void> owner;
   void operator()(T* p) const noexcept {
+    if (owner)
+      return;
     if (largeBytes != 0)
       FreeLargeBlock(p, largeBytes);
     else
@@ -60,9 +65,9 @@ BlockPtr<T> NewBlock(std::size_t n) {
     const std::size_t bytes = n * sizeof(T);
     // Zero bits are the value-initialised state of a trivial type.
     if (bytes >= kLargeBlockBytes)
-      return BlockPtr<T>(static_cast<T*>(AllocateLargeBlock(bytes)), BlockDeleter<T>{bytes});
+      return BlockPtr<T>(static_cast<T*>(AllocateLargeBlock(bytes)), BlockDeleter<T>{bytes, nullptr});
   }
-  return BlockPtr<T>(new T[n](), BlockDeleter<T>{0});
+  return BlockPtr<T>(new T[n](), BlockDeleter<T>{});
 }
 }  // namespace detail
 
@@ -204,6 +209,20 @@ class Array2 {
     std::size_t n1 = detail::Extent(lo1, hi1);
     std::size_t n2 = detail::Extent(lo2, hi2);
     p_ = detail::NewBlock<T>(n1 * n2);
+    n1_ = n1;
+    n2_ = n2;
+    lo1_ = lo1;
+    lo2_ = lo2;
+    allocated_ = true;
+  }
+  // Dimensions the array on memory that the caller carved for it: `values`
+  // holds (hi1-lo1+1)*(hi2-lo2+1) elements, already value-initialised, and
+  // stays valid while `owner` is held; the array keeps a reference to it.
+  void ReDimOn(T* values, std::shared_ptr<void> owner, int32_t lo1, int32_t hi1, int32_t lo2,
+               int32_t hi2) {
+    std::size_t n1 = detail::Extent(lo1, hi1);
+    std::size_t n2 = detail::Extent(lo2, hi2);
+    p_ = detail::BlockPtr<T>(values, detail::BlockDeleter<T>{0, std::move(owner)});
     n1_ = n1;
     n2_ = n2;
     lo1_ = lo1;
