@@ -142,6 +142,7 @@ TEST(DataSetDefaults, SizesOfANewObject) {
   EXPECT_FALSE(ds.get_Initialised());
   EXPECT_FALSE(ds.get_IsDirty());
   EXPECT_FALSE(ds.get_INITA2NSet());
+  EXPECT_NE(ds.get_ADQ(), nullptr);
   int32_t nx = -1, ny = -1, nz = -1;
   ds.GetNxNyNz(nx, ny, nz);
   EXPECT_EQ(nx, 0);

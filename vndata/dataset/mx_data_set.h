@@ -23,6 +23,8 @@
 
 namespace vndata {
 
+class mxAutomaticDQ;
+
 class mxDataSet {
  public:
   mxDataSet();
@@ -352,6 +354,8 @@ class mxDataSet {
                      int32_t& nList) const;
   std::string getMemberName(int32_t n) const;
   const Array<WELLINFO>& get_Wells() const { return wells_; }
+  // The kernel object of the columns computed at load time.
+  const std::shared_ptr<mxAutomaticDQ>& get_ADQ() const { return xADQ_; }
 
   // ======== Limits ==================================================================
   bool GetColMinMax(int32_t ThisCol, float& dMinVal, float& dMaxVal, bool qReCalc = false);
@@ -531,6 +535,7 @@ class mxDataSet {
   Array<int32_t> classMemberList_;
   int32_t nClasses_ = 0, nClassList_ = 0;
   Array<WELLINFO> wells_;
+  std::shared_ptr<mxAutomaticDQ> xADQ_;
 
   // ---- Seams for the pieces that arrive later. Each flag stays off until
   // the piece that sets it exists; the branches that test it say what the

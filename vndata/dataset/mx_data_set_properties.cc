@@ -3,6 +3,7 @@
 #include <ctime>
 
 #include "vndata/dataset/mx_data_set.h"
+#include "vndata/derived/mx_automatic_dq.h"
 #include "vndata/foundation/packed_headers.h"
 #include "vndata/foundation/vocabulary.h"
 #include "vndata/platform/date_tools.h"
@@ -28,8 +29,11 @@ Date Now() {
 
 mxDataSet::mxDataSet() { InitialiseVariables(); }
 
-// Release drops the pools first, then everything else the object owns.
-mxDataSet::~mxDataSet() { pools_.Erase(); }
+// Release drops the pools first, then the kernel object and everything else.
+mxDataSet::~mxDataSet() {
+  pools_.Erase();
+  xADQ_.reset();
+}
 
 void mxDataSet::InitialiseVariables() {
   zOrigin_.clear();
@@ -118,8 +122,9 @@ void mxDataSet::InitialiseVariables() {
   classMemberList_.Erase();
   nClasses_ = nClassList_ = 0;
   wells_.Erase();
-  // The kernel object of computed columns, the table, and the file objects of
-  // column fetches are created by the pieces that use them.
+  xADQ_ = std::make_shared<mxAutomaticDQ>();
+  // The table and the file objects of column fetches are created by the
+  // pieces that use them.
 }
 
 // ---- Identity and source ------------------------------------------------------------
