@@ -11,19 +11,27 @@
 // limits, packed headers and the memory squeeze each have their own file.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "vndata/foundation/column_attributes.h"
 #include "vndata/foundation/well_info.h"
 #include "vndata/platform/arrays.h"
 #include "vndata/platform/byte_store.h"
 #include "vndata/platform/date.h"
+#include "vndata/platform/variant.h"
 
 namespace vndata {
 
 class mxAutomaticDQ;
+class mxNotifyData;
+struct mxDataSetPrivateAccess;
+
+// InitSourceData with the success flag of the description-array operations.
+void InitSourceData(Array<Variant>& vAttributes, bool& qOK);
 
 class mxDataSet {
  public:
@@ -104,6 +112,14 @@ class mxDataSet {
   void let_Child(bool q) { qChild_ = q; }
   float get_TimeInDays() const { return sTimeInDays_; }
   void let_TimeInDays(float s) { sTimeInDays_ = s; }
+  // The branch number of segment-branch data (1 in a new object).
+  int32_t get_Branch() const { return iBranch_; }
+  void let_Branch(int32_t i) { iBranch_ = i; }
+  // The file name or pattern a monitoring data set watches; blanks at both
+  // ends are trimmed. (Deriving a pattern from the source file when none is
+  // set arrives with real-time monitoring.)
+  const std::string& get_RTMFilePattern() const { return zRTMFilePattern_; }
+  void let_RTMFilePattern(const std::string& z);
 
   // ======== Reading state =======================================================
   int32_t get_iStart() const { return iStart_; }
@@ -230,6 +246,58 @@ class mxDataSet {
   void let_IsDirty(bool q) { qIsDirty_ = q; }
   // Write only: a row map for column reads; an empty array leaves the old one.
   void let_ColumnMap(const Array<int32_t>& iMap);
+
+  // ======== Notifications =============================================================
+  // Never null after a set: a null argument puts a fresh object in place.
+  // Sends "DATASET Initialised:" through the handler.
+  void set_EventHandler(std::shared_ptr<mxNotifyData> handler);
+  std::shared_ptr<mxNotifyData> get_EventHandler() const { return EventHandler_; }
+  void set_IOEventHandler(std::shared_ptr<mxNotifyData> handler);
+  std::shared_ptr<mxNotifyData> get_IOEventHandler() const { return IOEventHandler_; }
+
+  // ======== Description array ==========================================================
+  // Takes the data set's identity from the 66 slots a reader filled.
+  bool SetClassVarsFromAttributes(const Array<Variant>& vAttributes);
+
+  // ======== Tree view paths ==============================================================
+  // The path's tokens (1..7) with their lengths, the total length with one
+  // separator between tokens, and the count.
+  void BuildTreeViewPathArray(int32_t iColumn, Array<std::string>& zTokens, Array<int32_t>& iLengths,
+                              int32_t& nTotal, int32_t& nTokens, bool& qOK);
+  // The tokens joined by `\`; what attribute id 1 reads.
+  void BuildTreeViewPath(int32_t iColumn, std::string& zPath, int32_t& nLength, bool& qOK);
+  // The key, and the section before its leaf. For more than two tokens the
+  // section is the key buffer as it stood when the token before the leaf was
+  // written (blanks still at its end): use nSection, not its text length.
+  void BuildTreeViewData(int32_t iColumn, std::string& zKey, std::string& zSection,
+                         int32_t& nSection, Array<std::string>& zTokens, Array<int32_t>& iLengths,
+                         int32_t& nTokens, bool& qOK, bool qKeys);
+  void GetTreeViewKey(int32_t ThisCol, std::string& zTreeViewKey, int32_t& iCreationType, bool& qOK);
+  void GetTreeViewKeyData(int32_t ThisCol, std::string& zTreeViewKey, int32_t& LenKey,
+                          std::string& zSection, int32_t& LenSection,
+                          Array<std::string>& zTreeViewKeyArray, Array<int32_t>& LenKeyArray,
+                          int32_t& nLevel, int32_t& iCreationType, bool& qOK, bool qKeys);
+  void GetTreeViewKeyArray(int32_t ThisCol, int32_t& iCreationType, Array<std::string>& zTV,
+                           int32_t& iNTV);
+  // The level above the leaf; DataRootLeaf for a path of one token.
+  std::string TreeViewLastLevel(int32_t ThisCol);
+  // DataRootUnique and the key as one path, when the column's path length is
+  // known; "" otherwise.
+  std::string TreeViewPath(int32_t ThisCol);
+  // Keeps only the lengths of the text.
+  void SetTreeViewPath(int32_t Index, const std::string& zTreeViewPath);
+  void SetTreeViewPathLengths(int32_t Index, int32_t iLenTreeViewPath,
+                              int32_t iLenTreeViewLastLevel, bool& qOK);
+  int32_t LenTreeViewPath(int32_t iCol) const;
+  int32_t LenTreeViewLastLevel(int32_t iCol) const;
+  bool MakeTreeViewPath(int32_t Index, std::string& zTreeViewPath);
+  // Whether the column has the key of the tokens, without building its key.
+  void CompareTreeViewPathArray(const Array<std::string>& zTokens, const Array<int32_t>& iLengths,
+                                int32_t nTokens, int32_t iColumn, bool qCheck, bool& qResult);
+  bool CompareKeyPathAttributeSize(int32_t iAttribute, int32_t iColumn, int32_t nLength,
+                                   bool qCheck);
+  bool CompareKeyPathAttribute(int32_t iAttribute, int32_t iColumn, int32_t nLength,
+                               const std::string& zText, bool qCheck);
 
   // ======== Lifecycle and checks ====================================================
   // Marks the data set no longer initialised; the data stay until release.
@@ -439,6 +507,17 @@ class mxDataSet {
   std::intptr_t ColumnAddress(int32_t ThisCol, int32_t ThisRow);
   void LoadWholeArray(Array2<float>& dArray, bool qZeroTest, bool& qGo);
 
+  // Tree path internals.
+  std::string_view AttributeView(int32_t iColumn, int32_t iAttribute) const;
+  static int32_t TreePathAttributes(std::string_view zType, bool qLastTokenRule,
+                                    std::array<int32_t, 6>& ids);
+  std::string BuildTreeViewPathLastToken(int32_t iColumn);
+
+  // The description array handed back; used when a data set is stored or
+  // made like another.
+  bool GetClassVarsFromAttributes(Array<Variant>& vAttributes);
+  friend struct mxDataSetPrivateAccess;
+
   // Attribute internals.
   ByteStore* Pool(int32_t iAttribute) const;
   ByteStore& MakePool(int32_t iAttribute);
@@ -483,6 +562,9 @@ class mxDataSet {
   int32_t iCreationMethod_ = 0, iDataSetDerivedFrom_ = 0;
   bool qChild_ = false;
   float sTimeInDays_ = -999.0f;
+  int32_t iBranch_ = 1;
+  std::string zRTMFilePattern_;
+  std::shared_ptr<mxNotifyData> EventHandler_, IOEventHandler_;
 
   // ---- Reading state
   int32_t iStart_ = -1, iEnd_ = -1, iReadPosL_ = -1, iReadPosH_ = -1;

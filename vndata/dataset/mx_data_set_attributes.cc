@@ -23,7 +23,6 @@ ByteStore& mxDataSet::MakePool(int32_t iAttribute) {
 
 // The tree path of a column is built from its attributes on demand by the
 // tree view paths; until they exist a column has no path.
-std::string mxDataSet::ComputedTreePath(int32_t /*iColumn*/) { return std::string(); }
 
 void mxDataSet::SetStoreAttribute(int32_t iAttribute, const std::string& zValue) {
   const int32_t cell = MakePool(iAttribute).AddString(zValue, true, false);
