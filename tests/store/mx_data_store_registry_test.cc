@@ -297,7 +297,7 @@ TEST_F(RegistryTest, CancelLoadIsSharedByTheStoresOfAThread) {
 
 TEST_F(RegistryTest, AFaultInsideAForwarderLogsOneSpacedTraceLineAndTheStoreStaysUsable) {
   store.AddItem(MakeSummary("CASE"));
-  int32_t result = store.Forward("Probe", 1, int32_t{-1}, [](mxDataSet&) -> int32_t {
+  int32_t result = store.Forward("mxDataStore (Code) (Probe)", 1, int32_t{-1}, [](mxDataSet&) -> int32_t {
     RaiseFault(kFaultSubscript);
   });
   EXPECT_EQ(result, -1);
@@ -311,7 +311,7 @@ TEST_F(RegistryTest, AFaultInsideAForwarderLogsOneSpacedTraceLineAndTheStoreStay
 
 TEST_F(RegistryTest, ForwarderOnABadPositionReturnsTheDefaultSilently) {
   bool called = false;
-  int32_t result = store.Forward("Probe", 0, int32_t{5}, [&](mxDataSet&) {
+  int32_t result = store.Forward("mxDataStore (Code) (Probe)", 0, int32_t{5}, [&](mxDataSet&) {
     called = true;
     return int32_t{1};
   });

@@ -43,7 +43,7 @@ void InitSourceData(Array<Variant>& vAttributes, bool& qOK) {
 
 bool mxDataSet::SetClassVarsFromAttributes(const Array<Variant>& v) {
   bool result = false;
-  RunGuarded(Tag("SetClassVarsFromAttributes"), [&] {
+  RunGuarded("mxDataSet  (SetClassVarsFromAttributes)", [&] {
     let_Origin(v(SD_ORIGIN).ToText());
     let_FileName(v(SD_FILENAME).ToText());
     zSourceType_ = v(SD_SOURCETYPE).ToText();
@@ -114,7 +114,7 @@ bool mxDataSet::SetClassVarsFromAttributes(const Array<Variant>& v) {
 
 bool mxDataSet::GetClassVarsFromAttributes(Array<Variant>& v) {
   bool result = false;
-  RunGuarded(Tag("GetClassVarsFromAttributes"), [&] {
+  RunGuarded("mxDataSet  (GetClassVarsFromAttributes)", [&] {
     InitSourceData(v);
     v(SD_ORIGIN) = zOrigin_;
     v(SD_FILENAME) = zFileName_;

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "vndata/dataset/mx_data_set.h"
+#include "vndata/foundation/vocabulary.h"
 #include "vndata/platform/runtime_fault.h"
 #include "vndata/platform/string_tools.h"
 
@@ -65,7 +66,7 @@ void mxDataSet::BuildTreeViewPathArray(int32_t iColumn, Array<std::string>& zTok
                                        Array<int32_t>& iLengths, int32_t& nTotal, int32_t& nTokens,
                                        bool& qOK) {
   qOK = false;
-  RunGuarded(Tag("BuildTreeViewPathArray"), [&] {
+  RunGuarded("mxDataSet  (BuildTreeViewPathArray)", [&] {
     nTotal = 0;
     nTokens = 0;
     zTokens.ReDim(1, kMaxTokens);
@@ -89,7 +90,7 @@ void mxDataSet::BuildTreeViewPathArray(int32_t iColumn, Array<std::string>& zTok
 void mxDataSet::BuildTreeViewPath(int32_t iColumn, std::string& zPath, int32_t& nLength,
                                   bool& qOK) {
   qOK = false;
-  RunGuarded(Tag("BuildTreeViewPath"), [&] {
+  RunGuarded("mxDataSet  (BuildTreeViewPath)", [&] {
     zPath.clear();
     nLength = 0;
     if (!ValidColumn(iColumn, true)) return;
@@ -119,7 +120,7 @@ void mxDataSet::BuildTreeViewData(int32_t iColumn, std::string& zKey, std::strin
                                   Array<int32_t>& iLengths, int32_t& nTokens, bool& qOK,
                                   bool qKeys) {
   qOK = false;
-  RunGuarded(Tag("BuildTreeViewData"), [&] {
+  RunGuarded("mxDataSet  (BuildTreeViewData)", [&] {
     int32_t nTotal = 0;
     bool qBuilt = false;
     BuildTreeViewPathArray(iColumn, zTokens, iLengths, nTotal, nTokens, qBuilt);
@@ -158,7 +159,7 @@ void mxDataSet::BuildTreeViewData(int32_t iColumn, std::string& zKey, std::strin
 void mxDataSet::GetTreeViewKey(int32_t ThisCol, std::string& zTreeViewKey, int32_t& iCreationType,
                                bool& qOK) {
   qOK = false;
-  RunGuarded(Tag("GetTreeViewKey"), [&] {
+  RunGuarded("mxDataSet  (GetTreeViewKey)", [&] {
     zTreeViewKey.clear();
     if (!ValidColumn(ThisCol, true)) return;
     int32_t nLength = 0;
@@ -173,7 +174,7 @@ void mxDataSet::GetTreeViewKeyData(int32_t ThisCol, std::string& zTreeViewKey, i
                                    Array<int32_t>& LenKeyArray, int32_t& nLevel,
                                    int32_t& iCreationType, bool& qOK, bool qKeys) {
   qOK = false;
-  RunGuarded(Tag("GetTreeViewKeyData"), [&] {
+  RunGuarded("mxDataSet  (GetTreeViewKeyData)", [&] {
     BuildTreeViewData(ThisCol, zTreeViewKey, zSection, LenSection, zTreeViewKeyArray, LenKeyArray,
                       nLevel, qOK, qKeys);
     if (!qOK) return;
@@ -186,7 +187,7 @@ void mxDataSet::GetTreeViewKeyData(int32_t ThisCol, std::string& zTreeViewKey, i
 
 void mxDataSet::GetTreeViewKeyArray(int32_t ThisCol, int32_t& iCreationType,
                                     Array<std::string>& zTV, int32_t& iNTV) {
-  RunGuarded(Tag("GetTreeViewKeyArray"), [&] {
+  RunGuarded("mxDataSet  (GetTreeViewKeyArray)", [&] {
     Array<int32_t> lengths;
     int32_t nTotal = 0;
     bool qOK = false;
@@ -211,7 +212,7 @@ std::string mxDataSet::BuildTreeViewPathLastToken(int32_t iColumn) {
 
 std::string mxDataSet::TreeViewLastLevel(int32_t ThisCol) {
   std::string result;
-  RunGuarded(Tag("TreeViewLastLevel"), [&] {
+  RunGuarded("mxDataSet  (TreeViewLastLevel)", [&] {
     if (ValidColumn(ThisCol, true)) result = BuildTreeViewPathLastToken(ThisCol);
   });
   return result;
@@ -219,7 +220,7 @@ std::string mxDataSet::TreeViewLastLevel(int32_t ThisCol) {
 
 std::string mxDataSet::TreeViewPath(int32_t ThisCol) {
   std::string result;
-  RunGuarded(Tag("TreeViewPath"), [&] {
+  RunGuarded("mxDataSet  (TreeViewPath)", [&] {
     if (!ValidColumnIndex(ThisCol) || columns_(ThisCol).LenTreeViewPath <= 0) return;
     result = StringTools::KeyJoin(zDataRootUnique_, ComputedTreePath(ThisCol), false);
   });
@@ -227,7 +228,7 @@ std::string mxDataSet::TreeViewPath(int32_t ThisCol) {
 }
 
 void mxDataSet::SetTreeViewPath(int32_t Index, const std::string& zTreeViewPath) {
-  RunGuarded(Tag("SetTreeViewPath"), [&] {
+  RunGuarded("mxDataSet  (SetTreeViewPath)", [&] {
     COLUMNDATA& col = columns_(Index);
     if (!zTreeViewPath.empty()) col.LenTreeViewPath = RoundToInteger(static_cast<double>(zTreeViewPath.size()));
     std::size_t last = zTreeViewPath.rfind(kSeparator);
@@ -239,7 +240,7 @@ void mxDataSet::SetTreeViewPath(int32_t Index, const std::string& zTreeViewPath)
 void mxDataSet::SetTreeViewPathLengths(int32_t Index, int32_t iLenTreeViewPath,
                                        int32_t iLenTreeViewLastLevel, bool& qOK) {
   qOK = false;
-  RunGuarded(Tag("SetTreeViewPathLengths"), [&] {
+  RunGuarded("mxDataSet  (SetTreeViewPathLengths)", [&] {
     if (ValidColumn(Index, true)) {
       columns_(Index).LenTreeViewPath = RoundToInteger(iLenTreeViewPath);
       columns_(Index).LenTreeViewLastLevel = RoundToInteger(iLenTreeViewLastLevel);
@@ -258,7 +259,7 @@ int32_t mxDataSet::LenTreeViewLastLevel(int32_t iCol) const {
 
 bool mxDataSet::MakeTreeViewPath(int32_t Index, std::string& zTreeViewPath) {
   bool result = false;
-  RunGuarded(Tag("MakeTreeViewPath"), [&] {
+  RunGuarded("mxDataSet  (MakeTreeViewPath)", [&] {
     int32_t nLength = 0;
     bool qOK = false;
     BuildTreeViewPath(Index, zTreeViewPath, nLength, qOK);
@@ -287,7 +288,7 @@ void mxDataSet::CompareTreeViewPathArray(const Array<std::string>& zTokens,
                                          const Array<int32_t>& iLengths, int32_t nTokens,
                                          int32_t iColumn, bool qCheck, bool& qResult) {
   qResult = false;
-  RunGuarded(Tag("CompareTreeViewPathArray"), [&] {
+  RunGuarded("mxDataSet  (CompareTreeViewPathArray)", [&] {
     if (nTokens < 1) return;
     if (qCheck && !ValidColumn(iColumn, true)) return;
     // The leaf differs most often: test it first.

@@ -16,6 +16,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "vndata/dataset/mx_data_set.h"
 #include "vndata/platform/arrays.h"
@@ -121,16 +122,14 @@ class mxDataStore {
   std::shared_ptr<mxNotifyData> get_IOEventHandler() const { return IOEventHandler_; }
 
   // ---- The forwarder shape -----------------------------------------------------
-  // Runs call(dataSet) for a valid position under the store's guard and
-  // returns its result; returns fallback silently for a bad position.
+  // Runs call(dataSet) for a valid position under the store's guard, whose
+  // trace tag is "mxDataStore (Code) (<procedure>)", and returns its result;
+  // returns fallback silently for a bad position.
   template <class R, class Call>
-  R Forward(const char* zProcedure, int32_t iDataSet, R fallback, Call&& call);
+  R Forward(std::string_view zTag, int32_t iDataSet, R fallback, Call&& call);
   // The same for operations with no result.
   template <class Call>
-  void ForwardVoid(const char* zProcedure, int32_t iDataSet, Call&& call);
-
-  // The trace tag of a store procedure: "mxDataStore (Code) (<name>)".
-  static std::string Tag(const char* zProcedure);
+  void ForwardVoid(std::string_view zTag, int32_t iDataSet, Call&& call);
 
  private:
   // One-based position within 1 .. NextDataSetPos (the spare included).
@@ -172,9 +171,9 @@ class mxDataStore {
 };
 
 template <class R, class Call>
-R mxDataStore::Forward(const char* zProcedure, int32_t iDataSet, R fallback, Call&& call) {
+R mxDataStore::Forward(std::string_view zTag, int32_t iDataSet, R fallback, Call&& call) {
   R result = fallback;
-  RunGuarded(Tag(zProcedure), kSpacedWording, [&] {
+  RunGuarded(zTag, kSpacedWording, [&] {
     if (!ValidDataSet(iDataSet)) return;
     result = call(At(iDataSet));
   });
@@ -182,8 +181,8 @@ R mxDataStore::Forward(const char* zProcedure, int32_t iDataSet, R fallback, Cal
 }
 
 template <class Call>
-void mxDataStore::ForwardVoid(const char* zProcedure, int32_t iDataSet, Call&& call) {
-  RunGuarded(Tag(zProcedure), kSpacedWording, [&] {
+void mxDataStore::ForwardVoid(std::string_view zTag, int32_t iDataSet, Call&& call) {
+  RunGuarded(zTag, kSpacedWording, [&] {
     if (!ValidDataSet(iDataSet)) return;
     call(At(iDataSet));
   });

@@ -3,6 +3,7 @@
 // data's family, not a stored key.
 #include <string>
 
+#include "vndata/foundation/vocabulary.h"
 #include "vndata/platform/string_tools.h"
 #include "vndata/store/mx_data_store.h"
 
@@ -42,7 +43,7 @@ bool mxDataStore::IsSameDataSet(mxDataSet& L, mxDataSet& N, const std::string& z
 
 void mxDataStore::CheckPreviouslyLoaded(const std::shared_ptr<mxDataSet>& cDataSet,
                                         int32_t& iDataSet, bool& qOK) {
-  RunGuarded(Tag("CheckPreviouslyLoaded"), kSpacedWording, [&] {
+  RunGuarded("mxDataStore (Code) (CheckPreviouslyLoaded)", kSpacedWording, [&] {
     iDataSet = -1;
     qOK = false;
     if (!CheckDataSetNames_) return;
@@ -62,7 +63,7 @@ void mxDataStore::CheckPreviouslyLoaded(const std::shared_ptr<mxDataSet>& cDataS
 
 void mxDataStore::CheckPreviouslyLoaded2(const std::shared_ptr<mxDataSet>& cDataSet,
                                          int32_t& iDataSet, bool& qOK) {
-  RunGuarded(Tag("CheckPreviouslyLoaded2"), kSpacedWording, [&] {
+  RunGuarded("mxDataStore (Code) (CheckPreviouslyLoaded2)", kSpacedWording, [&] {
     qOK = false;
     iDataSet = -1;
     bool qLocal = true;

@@ -13,10 +13,6 @@ constexpr int32_t kQuestionStyle = 32;
 enum DuplicateAnswer : int32_t { kAnswerOverwrite = 1, kAnswerRename = 2 };
 }  // namespace
 
-std::string mxDataStore::Tag(const char* zProcedure) {
-  return TagOf("mxDataStore (Code)", zProcedure);
-}
-
 mxDataStore::mxDataStore() { ReInitialise(); }
 
 mxDataStore::~mxDataStore() {
@@ -28,7 +24,7 @@ mxDataStore::~mxDataStore() {
 }
 
 void mxDataStore::ReInitialise() {
-  RunGuarded(Tag("ReInitialise"), kSpacedWording, [&] {
+  RunGuarded("mxDataStore (Code) (ReInitialise)", kSpacedWording, [&] {
     DataSets_.ReDim(1, 1);
     DataSets_(1) = std::make_shared<mxDataSet>();
     DerivedQuantities_ = std::make_shared<mxDQStore>();
@@ -48,20 +44,20 @@ bool mxDataStore::ValidIndex(int32_t iDataSet) const {
 
 bool mxDataStore::ValidDataSet(int32_t iDataSet) {
   bool valid = false;
-  RunGuarded(Tag("ValidDataSet"), kSpacedWording, [&] {
+  RunGuarded("mxDataStore (Code) (ValidDataSet)", kSpacedWording, [&] {
     valid = ValidIndex(iDataSet) && DataSets_.InBounds(iDataSet) && DataSets_(iDataSet) != nullptr;
   });
   return valid;
 }
 
 void mxDataStore::AddDataSet(std::shared_ptr<mxDataSet> cNewDataSet, bool& qOK) {
-  RunGuarded(Tag("AddDataSet"), kSpacedWording,
+  RunGuarded("mxDataStore (Code) (AddDataSet)", kSpacedWording,
              [&] { AddChecked(std::move(cNewDataSet), qOK, true, false); });
 }
 
 void mxDataStore::AddDataSetAfterCheck(std::shared_ptr<mxDataSet> cNewDataSet, bool& qOK,
                                        bool qCheckIfLoaded) {
-  RunGuarded(Tag("AddDataSetAfterCheck"), kSpacedWording,
+  RunGuarded("mxDataStore (Code) (AddDataSetAfterCheck)", kSpacedWording,
              [&] { AddChecked(std::move(cNewDataSet), qOK, qCheckIfLoaded, true); });
 }
 
@@ -143,7 +139,7 @@ int32_t mxDataStore::AskDuplicateQuestion(const mxDataSet& cNewDataSet) {
 }
 
 void mxDataStore::AddItemAuto(std::shared_ptr<mxDataSet> cNewDataSet) {
-  RunGuarded(Tag("AddItemAuto"), kSpacedWording, [&] {
+  RunGuarded("mxDataStore (Code) (AddItemAuto)", kSpacedWording, [&] {
     if (!cNewDataSet) RaiseFault(kFaultObjectNotSet);
     int32_t iIgnored = 0;
     bool qIgnored = false;
@@ -163,7 +159,7 @@ void mxDataStore::AddItemAuto(std::shared_ptr<mxDataSet> cNewDataSet) {
 
 void mxDataStore::ExtendDataSets(int32_t nDataSets, bool& qOK) {
   qOK = false;
-  RunGuarded(Tag("ExtendDataSets"), kSpacedWording, [&] {
+  RunGuarded("mxDataStore (Code) (ExtendDataSets)", kSpacedWording, [&] {
     if (nDataSets == 0) {
       DataSets_.ReDimPreserve(NextDataSetPos_);
     } else {
@@ -178,7 +174,7 @@ void mxDataStore::ExtendDataSets(int32_t nDataSets, bool& qOK) {
 
 bool mxDataStore::GetDataSet(int32_t iDataSet, std::shared_ptr<mxDataSet>& cNewDataSet) {
   bool result = false;
-  RunGuarded(Tag("GetDataSet"), kSpacedWording, [&] {
+  RunGuarded("mxDataStore (Code) (GetDataSet)", kSpacedWording, [&] {
     if (!ValidDataSet(iDataSet)) return;
     cNewDataSet = DataSets_(iDataSet);
     result = true;
@@ -192,7 +188,7 @@ bool mxDataStore::GetItem(int32_t iDataSet, std::shared_ptr<mxDataSet>& cNewData
 
 bool mxDataStore::SetItem(int32_t iDataSet, std::shared_ptr<mxDataSet> cDataSet) {
   bool result = false;
-  RunGuarded(Tag("SetItem"), kSpacedWording, [&] {
+  RunGuarded("mxDataStore (Code) (SetItem)", kSpacedWording, [&] {
     if (!ValidIndex(iDataSet)) return;
     DataSets_(iDataSet) = std::move(cDataSet);
     PassEventHandlers(iDataSet);
@@ -205,7 +201,7 @@ bool mxDataStore::SetItem(int32_t iDataSet, std::shared_ptr<mxDataSet> cDataSet)
 
 void mxDataStore::SetItemFromData(int32_t iDataSet, const Array2<float>& NewXY,
                                   const Array<std::string>& NewHeaders, bool& qOKL) {
-  RunGuarded(Tag("SetItemFromData"), kSpacedWording, [&] {
+  RunGuarded("mxDataStore (Code) (SetItemFromData)", kSpacedWording, [&] {
     std::shared_ptr<mxDataSet> cDataSet;
     GetItem(iDataSet, cDataSet);
     if (!cDataSet) RaiseFault(kFaultObjectNotSet);
@@ -216,19 +212,19 @@ void mxDataStore::SetItemFromData(int32_t iDataSet, const Array2<float>& NewXY,
 }
 
 void mxDataStore::SetAttribute(int32_t iDataSet, int32_t iAttribute, const std::string& zValue) {
-  ForwardVoid("SetAttribute", iDataSet,
+  ForwardVoid("mxDataStore (Code) (SetAttribute)", iDataSet,
               [&](mxDataSet& ds) { ds.SetAttribute(iAttribute, zValue); });
 }
 
 void mxDataStore::SetDSFileName(int32_t iDataSet, const std::string& zFilename) {
-  ForwardVoid("SetDSFileName", iDataSet, [&](mxDataSet& ds) { ds.let_FileName(zFilename); });
+  ForwardVoid("mxDataStore (Code) (SetDSFileName)", iDataSet, [&](mxDataSet& ds) { ds.let_FileName(zFilename); });
 }
 
 void mxDataStore::AppendColumnToDataSet(int32_t iDataSet, const Array<float>& dVals,
                                         Array<std::string>& zAttributes, bool& qOK,
                                         int32_t iCreationType) {
   qOK = false;
-  ForwardVoid("AppendColumnToDataSet", iDataSet, [&](mxDataSet& ds) {
+  ForwardVoid("mxDataStore (Code) (AppendColumnToDataSet)", iDataSet, [&](mxDataSet& ds) {
     // The column always takes the data set's own origin.
     zAttributes(4) = ds.get_Origin();
     ds.AddDataColumn(dVals, zAttributes, qOK, iCreationType);
@@ -242,7 +238,7 @@ void mxDataStore::AppendGRFColumnToDataSet(const std::shared_ptr<mxDerivedQuanti
   // The attribute row of a derived quantity comes from its evaluation
   // (getDQAttributes), which arrives with that module; until then the
   // column cannot be described and nothing is appended.
-  ForwardVoid("AppendGRFColumnToDataSet", iDataSet, [](mxDataSet&) {});
+  ForwardVoid("mxDataStore (Code) (AppendGRFColumnToDataSet)", iDataSet, [](mxDataSet&) {});
 }
 
 void mxDataStore::PassEventHandlers(int32_t iDataSet) {

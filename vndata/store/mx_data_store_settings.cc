@@ -7,7 +7,7 @@
 namespace vndata {
 
 void mxDataStore::SET_GLOBAL_NULLVALUES() {
-  RunGuarded(Tag("SET_GLOBAL_NULLVALUES"), kSpacedWording, [&] {
+  RunGuarded("mxDataStore (Code) (SET_GLOBAL_NULLVALUES)", kSpacedWording, [&] {
     for (int32_t i = 1; i <= get_NumberOfDataSets(); ++i) {
       if (!DataSets_(i)) continue;
       DataSets_(i)->let_UseNullVal(UseNullVal_);
@@ -17,14 +17,14 @@ void mxDataStore::SET_GLOBAL_NULLVALUES() {
 }
 
 void mxDataStore::SET_GLOBAL_USING_NULLS() {
-  RunGuarded(Tag("SET_GLOBAL_USING_NULLS"), kSpacedWording, [&] {
+  RunGuarded("mxDataStore (Code) (SET_GLOBAL_USING_NULLS)", kSpacedWording, [&] {
     for (int32_t i = 1; i <= get_NumberOfDataSets(); ++i)
       if (DataSets_(i)) DataSets_(i)->let_UseNullVal(UseNullVal_);
   });
 }
 
 void mxDataStore::SetDataNULLVALUE(int32_t iDataSet, int32_t qUseNull, double sNullVal) {
-  ForwardVoid("SetDataNULLVALUE", iDataSet, [&](mxDataSet& ds) {
+  ForwardVoid("mxDataStore (Code) (SetDataNULLVALUE)", iDataSet, [&](mxDataSet& ds) {
     ds.let_UseNullVal(qUseNull);
     ds.let_NullValue(sNullVal);
   });
@@ -33,7 +33,7 @@ void mxDataStore::SetDataNULLVALUE(int32_t iDataSet, int32_t qUseNull, double sN
 void mxDataStore::GetDataNULLVALUE(int32_t iDataSet, int32_t& qUseNull, double& sNullVal) {
   qUseNull = 0;
   sNullVal = -999999.0;
-  ForwardVoid("GetDataNULLVALUE", iDataSet, [&](mxDataSet& ds) {
+  ForwardVoid("mxDataStore (Code) (GetDataNULLVALUE)", iDataSet, [&](mxDataSet& ds) {
     qUseNull = ds.get_UseNullVal();
     sNullVal = ds.get_NullValue();
   });
@@ -60,7 +60,7 @@ void mxDataStore::set_pctContainer(std::shared_ptr<ProgressContainer> container)
 }
 
 void mxDataStore::set_EventHandler(std::shared_ptr<mxNotifyData> handler) {
-  RunGuarded(Tag("EventHandler"), kSpacedWording, [&] {
+  RunGuarded("mxDataStore (Code) (EventHandler)", kSpacedWording, [&] {
     EventHandler_ = std::move(handler);
     if (!EventHandler_) EventHandler_ = std::make_shared<mxNotifyData>();
     EventHandler_->NotifyText("DATASTORE EVENTHANDLER INITIALISED");
@@ -68,7 +68,7 @@ void mxDataStore::set_EventHandler(std::shared_ptr<mxNotifyData> handler) {
 }
 
 std::shared_ptr<mxNotifyData> mxDataStore::get_EventHandler() {
-  RunGuarded(Tag("EventHandler"), kSpacedWording, [&] {
+  RunGuarded("mxDataStore (Code) (EventHandler)", kSpacedWording, [&] {
     if (EventHandler_) EventHandler_->NotifyText("DATASTORE EVENTHANDLER RETRIEVED");
   });
   return EventHandler_;
