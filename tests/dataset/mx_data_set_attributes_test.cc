@@ -132,7 +132,7 @@ TEST(DataSetAttributes, IdsThreeAndThirteenAndOutsideTheRangeReadEmpty) {
   EXPECT_TRUE(log.Lines().empty());
 }
 
-TEST(DataSetAttributes, TheTreePathIdGivesTheEmptyTextForNow) {
+TEST(DataSetAttributes, TheTreePathIdGivesTheComputedPath) {
   mxDataSet ds;
   WithColumns(ds, {{{ATT_CLASS, "WELLS"}, {ATT_VARIABLE, "WOPR"}}});
   std::string z = "x";
@@ -140,8 +140,8 @@ TEST(DataSetAttributes, TheTreePathIdGivesTheEmptyTextForNow) {
   bool qOK = false;
   ds.GetStoredAttribute(1, TREEVIEWPATH, z, n, qOK, true);
   EXPECT_TRUE(qOK);
-  EXPECT_EQ(z, "");
-  EXPECT_EQ(n, 0);
+  EXPECT_EQ(z, "WELLS\\WOPR");
+  EXPECT_EQ(n, 10);
 }
 
 TEST(DataSetAttributes, InvalidColumnWithCheckFails) {
