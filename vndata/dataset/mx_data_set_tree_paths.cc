@@ -25,9 +25,11 @@ bool SkipsMemberAndIndex(std::string_view zType) {
   return false;
 }
 
-// Branch families that carry no first subclass level in the path.
+// Families that carry no first subclass level in the path: the branch
+// families, and grid solutions, whose path is class, second subclass and
+// variable whatever else the column holds.
 bool SkipsSubClass1(std::string_view zType) {
-  return zType == "SEGBRAN" || zType == "PLTBRAN" || zType == "ICDBRAN";
+  return zType == "SEGBRAN" || zType == "PLTBRAN" || zType == "ICDBRAN" || zType == "SOLUTION";
 }
 
 // The same test as the last-token builder has always made it: without
