@@ -3,14 +3,17 @@
 #include <cstdio>
 #include <string>
 
+#include "vndata/dataset/mx_data_set.h"
 #include "vndata/derived/mx_automatic_dq.h"
 #include "vndata/derived/mx_derived_quantity.h"
 #include "vndata/derived/mx_dq_store.h"
 #include "vndata/foundation/vocabulary.h"
 #include "vndata/platform/byte_store.h"
+#include "vndata/platform/byte_tools.h"
 #include "vndata/platform/message_log.h"
 #include "vndata/platform/runtime_fault.h"
 #include "vndata/platform/variant.h"
+#include "vndata/store/mx_data_store.h"
 
 using namespace vndata;
 
@@ -108,6 +111,84 @@ void DeriveAColumn() {
   std::printf("\n\n");
 }
 
+// Writes text into the id's field of packed record c, as a reader does.
+void PutField(Array2<uint8_t>& bHeaders, int32_t c, int32_t id, const std::string& text) {
+  int32_t pos, width;
+  InitSingleAttPos(id, pos, width);
+  ByteTools::PutText(&bHeaders(pos, c), width, text);
+}
+
+// A summary data set of 4 monthly rows: TIME and two rates of one well.
+std::shared_ptr<mxDataSet> ReadSummary(const std::string& zOrigin, float scale) {
+  const int32_t nRows = 4, nCols = 3;
+  Array2<float> values(1, nRows, 1, nCols);
+  for (int32_t r = 1; r <= nRows; ++r) {
+    values(r, 1) = 30.f * static_cast<float>(r);
+    values(r, 2) = scale * (1000.f - 50.f * static_cast<float>(r));
+    values(r, 3) = 0.1f * static_cast<float>(r);
+  }
+  Array2<uint8_t> headers(1, kPackedRecordSize, 1, nCols);
+  headers.Fill(' ');
+  const char* vars[nCols] = {"TIME", "WOPR", "WWCT"};
+  const char* units[nCols] = {"DAYS", "SM3/DAY", ""};
+  for (int32_t c = 1; c <= nCols; ++c) {
+    PutField(headers, c, ATT_ORIGIN, zOrigin);
+    PutField(headers, c, ATT_TYPE, "Summary");
+    PutField(headers, c, ATT_CLASS, c == 1 ? "" : "WELLS");
+    PutField(headers, c, ATT_MEMBER, c == 1 ? "" : "PROD1");
+    PutField(headers, c, ATT_VARIABLE, vars[c - 1]);
+    PutField(headers, c, ATT_UNITS, units[c - 1]);
+  }
+  auto ds = std::make_shared<mxDataSet>();
+  ds->let_Origin(zOrigin);
+  ds->let_GroupName("Summary");
+  ds->let_DataRootUnique("Cases\\" + zOrigin);
+  bool qOK = false;
+  ds->bInitialiseFrom2d(values, headers, qOK);
+  return ds;
+}
+
+void TourOfADataSet() {
+  std::printf("A data set from a block of floats and packed headers\n");
+  auto ds = ReadSummary("BASE", 1.f);
+  std::printf("  %d rows x %d columns, DefaultX %d\n", ds->get_NumRows(), ds->get_NumCols(),
+              ds->get_DefaultX());
+  for (int32_t c = 1; c <= ds->get_NumCols(); ++c) {
+    std::string var, units;
+    ds->GetAttribute(c, ATT_VARIABLE, var);
+    ds->GetAttribute(c, ATT_UNITS, units);
+    Array<float> col;
+    ds->GetValues(c, col);
+    float lo = 0, hi = 0;
+    ds->GetColMinMax(c, lo, hi);
+    std::printf("  %-5s %-8s", var.c_str(), units.c_str());
+    for (float v : col) std::printf(" %8s", SingleText(v).c_str());
+    std::printf("   min %s max %s\n", SingleText(lo).c_str(), SingleText(hi).c_str());
+  }
+  std::printf("\n");
+}
+
+void TourOfAStore() {
+  std::printf("A store of data sets\n");
+  mxDataStore store;
+  store.let_AutomaticRename(true);  // a duplicate is renamed without asking
+  bool qOK = false;
+  store.AddDataSet(ReadSummary("BASE", 1.f), qOK);
+  store.AddDataSet(ReadSummary("HIGH", 1.2f), qOK);
+  store.AddDataSet(ReadSummary("BASE", 0.9f), qOK);  // same origin and group again
+  for (int32_t i = 1; i <= store.get_NumberOfDataSets(); ++i) {
+    std::shared_ptr<mxDataSet> ds;
+    store.GetDataSet(i, ds);
+    std::printf("  %d: %s [%s]\n", i, ds->get_Origin().c_str(), ds->get_GroupName().c_str());
+    for (int32_t c = 1; c <= ds->get_NumCols(); ++c) {
+      std::string key;
+      ds->MakeTreeViewPath(c, key);
+      std::printf("       %s\n", ds->TreeViewPath(c).c_str());
+    }
+  }
+  std::printf("\n");
+}
+
 }  // namespace
 
 int main() {
@@ -118,5 +199,7 @@ int main() {
   PrintWordGroups();
   ExercisePlatform();
   DeriveAColumn();
+  TourOfADataSet();
+  TourOfAStore();
   return 0;
 }
