@@ -65,48 +65,25 @@ void mxDerivedQuantity::GetArguments(int32_t Index, std::string& Argument, std::
   });
 }
 
+// The shorter forms leave out trailing outputs the caller does not want.
 void mxDerivedQuantity::GetArguments(int32_t Index, std::string& Argument, std::string& FileName,
                                      std::string& Source, std::string& ColHead, bool& Hide,
                                      std::string& zOrigin, int32_t& SolIndex) const {
-  RunGuarded(Tag("GetArguments"), [&] {
-    if (!ValidIndxe(Index)) return;
-    const DQArgument& a = Arguments_(Index);
-    Argument = a.Argument;
-    FileName = a.FileName;
-    Source = a.Source;
-    ColHead = a.ColHead;
-    Hide = a.Hide;
-    zOrigin = a.zOrigin;
-    SolIndex = a.SolIndex;
-  });
+  std::string Class;
+  GetArguments(Index, Argument, FileName, Source, ColHead, Hide, zOrigin, SolIndex, Class);
 }
 
 void mxDerivedQuantity::GetArguments(int32_t Index, std::string& Argument, std::string& FileName,
                                      std::string& Source, std::string& ColHead, bool& Hide,
                                      std::string& zOrigin) const {
-  RunGuarded(Tag("GetArguments"), [&] {
-    if (!ValidIndxe(Index)) return;
-    const DQArgument& a = Arguments_(Index);
-    Argument = a.Argument;
-    FileName = a.FileName;
-    Source = a.Source;
-    ColHead = a.ColHead;
-    Hide = a.Hide;
-    zOrigin = a.zOrigin;
-  });
+  int32_t SolIndex = 0;
+  GetArguments(Index, Argument, FileName, Source, ColHead, Hide, zOrigin, SolIndex);
 }
 
 void mxDerivedQuantity::GetArguments(int32_t Index, std::string& Argument, std::string& FileName,
                                      std::string& Source, std::string& ColHead, bool& Hide) const {
-  RunGuarded(Tag("GetArguments"), [&] {
-    if (!ValidIndxe(Index)) return;
-    const DQArgument& a = Arguments_(Index);
-    Argument = a.Argument;
-    FileName = a.FileName;
-    Source = a.Source;
-    ColHead = a.ColHead;
-    Hide = a.Hide;
-  });
+  std::string zOrigin;
+  GetArguments(Index, Argument, FileName, Source, ColHead, Hide, zOrigin);
 }
 
 void mxDerivedQuantity::GetResampleMethod(int32_t Index, int32_t& Method) const {
