@@ -81,6 +81,16 @@ class mxDataStore {
   void SetDataNULLVALUE(int32_t iDataSet, int32_t qUseNull, double sNullVal);
   void GetDataNULLVALUE(int32_t iDataSet, int32_t& qUseNull, double& sNullVal);
 
+  // ---- Derived quantities --------------------------------------------------------
+  // The store's definitions, held as deep copies (see DQStoreFacade).
+  void DQAdd(const std::shared_ptr<mxDerivedQuantity>& NewDQ);
+  void DQUpdate(int32_t Index, const std::shared_ptr<mxDerivedQuantity>& NewDQ);
+  void DQDeleteItem(int32_t Index);
+  void DQGetItem(int32_t Index, std::shared_ptr<mxDerivedQuantity>& NewDQ) const;
+  void DQSetItem(int32_t Index, const std::shared_ptr<mxDerivedQuantity>& NewDQ);
+  void ReinitialiseDQ();
+  int32_t DQNumberOfDerivedQuantities() const;
+
   // ---- Properties ------------------------------------------------------------
   int32_t get_AddedDataSetPos() const { return AddedDataSetPos_; }
   bool get_OverWrittenDataSet() const { return OverWrittenDataSet_; }
