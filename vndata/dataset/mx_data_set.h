@@ -299,6 +299,66 @@ class mxDataSet {
   bool CompareKeyPathAttribute(int32_t iAttribute, int32_t iColumn, int32_t nLength,
                                const std::string& zText, bool qCheck);
 
+  // ======== Column queries and search ============================================
+  // The data set's own description by the numbering of the description
+  // array, as text; "Unknown" for a number without an answer.
+  std::string GetDataSetAttribute(int32_t iType);
+  // GetDataSetAttribute(iType) against zValue. For 29 (LGRName) the root
+  // grid has two spellings: an empty name fits "ROOT" and "ROOT" fits an
+  // empty value, both without regard to case.
+  bool CompareDataSetAttribute(int32_t iType, const std::string& zValue, bool qCaseSensitive);
+  // The first column whose "VARIABLE" is zVariable (any case), or 0.
+  int32_t IndexFromVARIABLE(const std::string& zVariable);
+  // The first column whose tree path fits the `\`-separated header, or -1.
+  int32_t IndexFromHEADERCOLUMN(const std::string& zHeader);
+  // The first column whose full key (the data set's key prefix joined with
+  // the column's tree view key) is zKey, which comes back upper-cased; -1.
+  int32_t IndexFromTVInfo(std::string& zKey);
+  // The first column whose TreeViewPath is exactly zKey, or -1.
+  int32_t IndexFromTVKEY(const std::string& zKey);
+  // Distinct non-empty texts of one attribute (compared without regard to
+  // case), first spelling kept. The array grows 10 at a time and is not cut:
+  // nHeaders tells how many entries count.
+  void GetUniqueTabStripHeaders(int32_t iType, Array<std::string>& zHeaders, int32_t& nHeaders,
+                                bool& qOK);
+  // Distinct members of the columns of a class, in order of first sight;
+  // cached for the class last asked (the cache goes when attributes change).
+  void GetUniqueMembersOfClass(const std::string& zClass, Array<std::string>& zMembers,
+                               int32_t& nMembers, bool& qOK);
+  // The texts of the "VARIABLE" pool.
+  void GetUniqueVectors(Array<std::string>& zVectors, int32_t& nVectors, bool& qOK);
+  // The texts of the pool of an id from 1 to 13; another id gives qOK false
+  // with the outputs untouched.
+  void GetStoredItems(int32_t iType, Array<std::string>& zItems, int32_t& nItems, bool& qOK);
+  // Which of the packed records (233 by nHeaders) are columns of this data
+  // set: iCols(k) is the last column whose record equals record k (without
+  // regard to case), 0 for none; nFound counts every match.
+  void ReturnListOfExistingCols(const Array2<uint8_t>& bHeaders, int32_t nHeaders,
+                                Array<int32_t>& iCols, int32_t& nFound, bool& qOK);
+  // The columns of iStart..iEnd (-1: first, last) whose attributes are all
+  // the wanted texts. Each text is turned into its pool cell once, and a text
+  // the data set does not hold refuses the search before any column is
+  // read. Faults are ignored without a trace line.
+  void SearchDataSet(const Array<int32_t>& iAttribute, const Array<std::string>& zAttribute,
+                     int32_t nAttribute, Array<int32_t>& iList, int32_t& nList, bool& qOK,
+                     int32_t iStart = -1, int32_t iEnd = -1, bool qExitAfterOne = false);
+  // The rows of the active life of an item (rates of production and
+  // injection), computed once per class and item. Always returns false;
+  // the answer is in iStart and iEnd.
+  bool GetIndexRange(const std::string& zClass, const std::string& zItem, int32_t& iStart,
+                     int32_t& iEnd);
+  // The rate and total names that tell an item's life, as a string array
+  // (empty when the simulator or class has none).
+  Variant GetAutoScaleVectorList(const std::string& zClass, const std::string& zPhase);
+  // The rows between which the first of those vectors that has data carries
+  // it; -1, -1 when none does.
+  void GetAutoScaleLimits(const std::string& zClass, const std::string& zMember,
+                          const std::string& zPhase, int32_t& iStart, int32_t& iEnd);
+  // The stretch of a series with values above 0, widened by one row at each
+  // end where there is room; the outputs stay as they were when no value is
+  // above 0.
+  void GetStartAndEndTime(const Array<float>& values, int32_t& iStart, int32_t& iEnd);
+
   // ======== Lifecycle and checks ====================================================
   // Marks the data set no longer initialised; the data stay until release.
   void Terminate() { qInitialised_ = false; }
@@ -533,6 +593,15 @@ class mxDataSet {
   void PackRecordCore(int32_t iColumn, const ByteStore* pool, int32_t iAttribute,
                       Array<uint8_t>& bRecord);
 
+  // Query internals.
+  void InvalidateMembersCache() { qMembersCached_ = false; }
+  void CalculateTimeRange(const std::string& zClass, const std::string& zItem);
+  void SearchDataSetCore(const Array<int32_t>& iAttribute, const Array<std::string>& zAttribute,
+                         int32_t nAttribute, Array<int32_t>& iList, int32_t& nList, bool& qOK,
+                         int32_t iStart, int32_t iEnd, bool qExitAfterOne);
+  void MembersFromCache(Array<std::string>& zMembers, int32_t& nMembers);
+  void CacheMembers(const std::string& zClass, const Array<std::string>& zMembers, int32_t nMembers);
+
   // Limits internals.
   bool InitialiseColumnLimitsCore();  // false when the host cancelled
   bool LimitsOfColumns(int32_t iFirst, int32_t iLast);
@@ -618,6 +687,21 @@ class mxDataSet {
   int32_t nClasses_ = 0, nClassList_ = 0;
   Array<WELLINFO> wells_;
   std::shared_ptr<mxAutomaticDQ> xADQ_;
+
+  // ---- Query caches
+  // Members of the class last asked for, 40 bytes a name, blank-padded.
+  bool qMembersCached_ = false;
+  std::string zMembersClass_;
+  int32_t nMembersCached_ = 0;
+  Array2<uint8_t> bMembersCached_;
+  // Row ranges of items, by "class item".
+  struct INDEXRANGE {
+    int32_t iStart = 0;
+    int32_t iEnd = 0;
+    std::string zKey;
+  };
+  Array<INDEXRANGE> indexRanges_;
+  int32_t nIndexRanges_ = 0;
 
   // ---- Seams for the pieces that arrive later. Each flag stays off until
   // the piece that sets it exists; the branches that test it say what the

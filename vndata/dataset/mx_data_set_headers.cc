@@ -82,6 +82,7 @@ void mxDataSet::UnpackbHeader(const Array2<uint8_t>& bHeaders, int32_t iAttribut
                               int32_t iFirstColumn) {
   qOK = false;
   RunGuarded("mxDataSet  (UnpackbHeader)", [&] {
+    InvalidateMembersCache();
     int32_t pos = 0, width = 0;
     InitSingleAttPos(iAttribute, pos, width);
     if (iFirstColumn == 1 && !xPool) {
@@ -115,6 +116,7 @@ void mxDataSet::UnpackbHeaders(const Array2<uint8_t>& bHeaders, bool& qOK, int32
 }
 
 void mxDataSet::UnpackSingleCore(int32_t iColumn, const Array<uint8_t>& bRecord, int32_t iAttribute) {
+  InvalidateMembersCache();
   std::shared_ptr<ByteStore>& slot = pools_(iAttribute);
   if (!slot) slot = std::make_shared<ByteStore>();
   const std::string zText =
@@ -128,6 +130,7 @@ void mxDataSet::UnpackSinglebHeader(int32_t iColumn, const Array<uint8_t>& bReco
                                     std::shared_ptr<ByteStore>& xPool, bool& qOK) {
   qOK = false;
   RunGuarded("mxDataSet  (UnpackSinglebHeader)", [&] {
+    InvalidateMembersCache();
     if (!xPool) xPool = std::make_shared<ByteStore>();
     const std::string zText =
         ExtractAttribute(iAttribute, bRecord.data(), static_cast<int32_t>(bRecord.size()));

@@ -1,0 +1,328 @@
+// mxDataSet: questions about the columns that move no values: the data
+// set's own description as text, which column has a variable, a tree key or
+// a packed record, and the distinct texts, members and vectors it holds.
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "vndata/dataset/mx_data_set.h"
+#include "vndata/foundation/vocabulary.h"
+#include "vndata/platform/date_tools.h"
+#include "vndata/platform/runtime_fault.h"
+#include "vndata/platform/string_tools.h"
+#include "vndata/platform/variant.h"
+
+namespace vndata {
+
+namespace {
+constexpr int32_t kTabStripStep = 10;
+constexpr int32_t kMembersInitial = 1000;
+constexpr int32_t kMembersStep = 10;
+constexpr int32_t kMemberWidth = 40;
+
+std::string IntText(int32_t v) { return std::to_string(v); }
+
+// Marks the cells of a pool whose text equals zText without regard to case
+// (several cells may differ only in case); false when there is none.
+bool MatchingCells(const ByteStore* pool, std::string_view zText, std::vector<char>& match) {
+  match.assign(pool == nullptr ? 1 : static_cast<std::size_t>(pool->Count()) + 1, 0);
+  if (pool == nullptr) return false;
+  bool qAny = false;
+  for (int32_t cell = 1; cell <= pool->Count(); ++cell)
+    if (StringTools::Equal(pool->View(cell), zText, false)) {
+      match[static_cast<std::size_t>(cell)] = 1;
+      qAny = true;
+    }
+  return qAny;
+}
+}  // namespace
+
+// ---- The data set's own description --------------------------------------------------------
+
+std::string mxDataSet::GetDataSetAttribute(int32_t iType) {
+  std::string result(kUnknownAttribute);
+  RunGuarded("mxDataSet  (GetDataSetAttribute)", [&] {
+    switch (iType) {
+      case SD_ORIGIN: result = zOrigin_; break;
+      case SD_FILENAME: result = zFileName_; break;
+      case SD_SOURCETYPE: result = zSourceType_; break;
+      case SD_DATESTAMP: result = DateTools::NormaliseDate(zDateStamp_, std::string(kDateFormat)); break;
+      case SD_DATACLASS: result = zDataClass_; break;
+      case SD_UNITS: result = IntText(iUnits_); break;
+      case SD_INDEX: result = IntText(iIndex_); break;
+      case SD_ISTART: result = IntText(iStart_); break;
+      case SD_IEND: result = IntText(iEnd_); break;
+      case SD_NORESTART: result = BoolText(qNoRestart_); break;
+      case SD_UNIFIED: result = BoolText(qUnified_); break;
+      case SD_FORMATTED: result = BoolText(qFormatted_); break;
+      case SD_SIMWORD_OR_TABLENAME:
+        // A table's name, or the simulator word of a source that has one.
+        if (zDataClass_ == "Tables" || zDataClass_ == "TABLE") result = zTableName_;
+        else if (zSourceType_ == "CMG") result = zSimulator_;
+        break;
+      case SD_SIMULATOR: result = zSimulator_; break;
+      case SD_NUMCOLS: result = IntText(nCols_); break;
+      case SD_DEFAULTX: result = IntText(iDefaultX_); break;
+      case SD_TVGROUPNAME: result = zTVGroupName_; break;
+      case SD_GROUPNAME: result = zGroupName_; break;
+      case SD_DATAROOTPATH: result = zDataRootPath_; break;
+      case SD_UNIQUEKEY: result = zUniqueKey_; break;
+      case SD_ISDIRTY: result = BoolText(qIsDirty_); break;
+      case SD_FILETYPE: result = IntText(iFileType_); break;
+      case SD_TVDISPLAYROOT: result = zTVDisplayRoot_; break;
+      case SD_NUMROWS: result = IntText(get_NumRows()); break;
+      case SD_NUMMARKERS: result = IntText(nMarkers_); break;
+      case SD_ZONLY: result = zOnly_; break;
+      case SD_LGRNAME: result = zLGRName_; break;
+      case SD_OBSNAME: result = zObsName_; break;
+      case SD_TIMEINDAYS: result = SingleText(sTimeInDays_); break;
+      case SD_CREATIONMETHOD: result = IntText(iCreationMethod_); break;
+      case SD_UCASETVDISPLAYROOT: result = zUCaseTVDisplayRoot_; break;
+      case SD_READPOSITION64_LOW: result = IntText(iReadPosL_); break;
+      case SD_READPOSITION64_HIGH: result = IntText(iReadPosH_); break;
+      default: break;
+    }
+  });
+  return result;
+}
+
+bool mxDataSet::CompareDataSetAttribute(int32_t iType, const std::string& zValue,
+                                        bool qCaseSensitive) {
+  bool result = false;
+  RunGuarded("mxDataSet  (CompareDataSetAttribute)", [&] {
+    const std::string zHeld = GetDataSetAttribute(iType);
+    result = StringTools::Equal(zHeld, zValue, qCaseSensitive);
+    if (result || iType != SD_LGRNAME) return;
+    // The root grid is named either way.
+    if (zHeld.empty() && StringTools::Equal(zValue, "ROOT", false)) result = true;
+    else if (zValue.empty() && StringTools::Equal(zHeld, "ROOT", false)) result = true;
+  });
+  return result;
+}
+
+// ---- Columns by name and key -------------------------------------------------------------------
+
+int32_t mxDataSet::IndexFromVARIABLE(const std::string& zVariable) {
+  int32_t result = 0;
+  RunGuarded("mxDataSet  (IndexFromVARIABLE)", [&] {
+    const int32_t pos = FindAttributePosition(ATT_VARIABLE, zVariable);
+    result = pos == -1 ? 0 : pos;
+  });
+  return result;
+}
+
+int32_t mxDataSet::IndexFromHEADERCOLUMN(const std::string& zHeader) {
+  int32_t result = -1;
+  RunGuarded("mxDataSet  (IndexFromHEADERCOLUMN)", [&] {
+    Array<std::string> zTokens;
+    int32_t nTokens = 0;
+    StringTools::Split(zHeader, std::string(kPathSeparator), zTokens, nTokens);
+    if (nTokens < 1) return;
+    Array<int32_t> iLengths(1, nTokens);
+    for (int32_t k = 1; k <= nTokens; ++k) iLengths(k) = static_cast<int32_t>(zTokens(k).size());
+    for (int32_t c = 1; c <= nCols_; ++c) {
+      bool qFits = false;
+      CompareTreeViewPathArray(zTokens, iLengths, nTokens, c, true, qFits);
+      if (qFits) {
+        result = c;
+        return;
+      }
+    }
+  });
+  return result;
+}
+
+int32_t mxDataSet::IndexFromTVInfo(std::string& zKey) {
+  int32_t result = -1;
+  RunGuarded("mxDataSet  (IndexFromTVInfo)", [&] {
+    zKey = StringTools::Upper(zKey);
+    // The data set's place in the host's tree: its data root and its key.
+    const std::string zPrefix = StringTools::KeyJoin(zDataRootPath_, zUniqueKey_, true);
+    for (int32_t c = 1; c <= nCols_; ++c) {
+      std::string zColumnKey;
+      int32_t iCreationType = 0;
+      bool qOK = false;
+      GetTreeViewKey(c, zColumnKey, iCreationType, qOK);
+      if (StringTools::KeyJoin(zPrefix, zColumnKey, true) == zKey) {
+        result = c;
+        return;
+      }
+    }
+  });
+  return result;
+}
+
+int32_t mxDataSet::IndexFromTVKEY(const std::string& zKey) {
+  int32_t result = -1;
+  RunGuarded("mxDataSet  (IndexFromTVKEY)", [&] {
+    const int32_t n = static_cast<int32_t>(zKey.size());
+    for (int32_t c = 1; c <= nCols_; ++c) {
+      // The stored length rejects most columns before a path is built.
+      if (columns_(c).LenTreeViewPath != n) continue;
+      if (TreeViewPath(c) == zKey) {
+        result = c;
+        return;
+      }
+    }
+  });
+  return result;
+}
+
+// ---- Distinct texts ----------------------------------------------------------------------------
+
+void mxDataSet::GetUniqueTabStripHeaders(int32_t iType, Array<std::string>& zHeaders,
+                                         int32_t& nHeaders, bool& qOK) {
+  qOK = false;
+  nHeaders = 0;
+  RunGuarded("mxDataSet  (GetUniqueTabStripHeaders)", [&] {
+    zHeaders.ReDim(1, kTabStripStep);
+    for (int32_t c = 1; c <= nCols_; ++c) {
+      std::string zText;
+      int32_t nLength = 0;
+      bool qRead = false;
+      StoredAttributeCore(c, iType, zText, nLength, qRead, true);
+      if (nLength == 0) continue;
+      bool qKnown = false;
+      for (int32_t k = 1; k <= nHeaders && !qKnown; ++k)
+        qKnown = StringTools::Equal(zHeaders(k), zText, false);
+      if (qKnown) continue;
+      if (nHeaders == zHeaders.UBound()) zHeaders.ReDimPreserve(nHeaders + kTabStripStep);
+      zHeaders(++nHeaders) = zText;
+    }
+    qOK = true;
+  });
+}
+
+void mxDataSet::MembersFromCache(Array<std::string>& zMembers, int32_t& nMembers) {
+  nMembers = nMembersCached_;
+  if (nMembers < 1) return;
+  zMembers.ReDim(1, nMembers);
+  for (int32_t m = 1; m <= nMembers; ++m) {
+    const char* p = reinterpret_cast<const char*>(&bMembersCached_(1, m));
+    zMembers(m) = StringTools::Trim(std::string_view(p, kMemberWidth));
+  }
+}
+
+void mxDataSet::CacheMembers(const std::string& zClass, const Array<std::string>& zMembers,
+                             int32_t nMembers) {
+  bMembersCached_.ReDim(1, kMemberWidth, 1, nMembers);
+  bMembersCached_.Fill(static_cast<uint8_t>(' '));
+  for (int32_t m = 1; m <= nMembers; ++m) {
+    const std::string& z = zMembers(m);
+    std::memcpy(&bMembersCached_(1, m), z.data(), std::min<std::size_t>(z.size(), kMemberWidth));
+  }
+  nMembersCached_ = nMembers;
+  zMembersClass_ = zClass;
+  qMembersCached_ = true;
+}
+
+void mxDataSet::GetUniqueMembersOfClass(const std::string& zClass, Array<std::string>& zMembers,
+                                        int32_t& nMembers, bool& qOK) {
+  qOK = false;
+  nMembers = 0;
+  RunGuarded("mxDataSet  (GetUniqueMembersOfClass)", [&] {
+    zMembers.ReDim(1, kMembersInitial);
+    if (qMembersCached_ && StringTools::Equal(zClass, zMembersClass_, false)) {
+      MembersFromCache(zMembers, nMembers);
+      qOK = true;
+      return;
+    }
+    qMembersCached_ = false;
+    nMembersCached_ = 0;
+    bMembersCached_.Erase();
+
+    const ByteStore* classes = Pool(ATT_CLASS);
+    const ByteStore* members = Pool(ATT_MEMBER);
+    std::vector<char> classMatch;
+    if (members != nullptr && MatchingCells(classes, zClass, classMatch)) {
+      // A member cell is settled once: the columns of one member usually lie
+      // together, and later columns of a settled cell cost one integer test.
+      // A new cell is looked up among the names found by its case-folded
+      // text, so the first spelling stands and the walk stays linear.
+      std::vector<char> settled(static_cast<std::size_t>(members->Count()) + 1, 0);
+      std::unordered_set<std::string> folded;
+      for (int32_t c = 1; c <= nCols_; ++c) {
+        const VECTORDATA& v = columns_(c).Pointers;
+        const int32_t iClass = v.iClass, iMember = v.iMember;
+        if (iClass < 1 || iClass > classes->Count() || !classMatch[static_cast<std::size_t>(iClass)])
+          continue;
+        if (iMember < 1 || iMember > members->Count() || settled[static_cast<std::size_t>(iMember)])
+          continue;
+        settled[static_cast<std::size_t>(iMember)] = 1;
+        std::string_view zName = members->View(iMember);
+        if (zName.empty() || !folded.insert(StringTools::Upper(zName)).second) continue;
+        if (nMembers == zMembers.UBound()) zMembers.ReDimPreserve(nMembers + kMembersStep);
+        zMembers(++nMembers) = std::string(zName);
+      }
+    }
+    if (nMembers == 0) {
+      qOK = true;
+      return;
+    }
+    zMembers.ReDimPreserve(nMembers);
+    CacheMembers(zClass, zMembers, nMembers);
+    qOK = true;
+  });
+}
+
+void mxDataSet::GetUniqueVectors(Array<std::string>& zVectors, int32_t& nVectors, bool& qOK) {
+  GetStoredItems(ATT_VARIABLE, zVectors, nVectors, qOK);
+}
+
+void mxDataSet::GetStoredItems(int32_t iType, Array<std::string>& zItems, int32_t& nItems,
+                               bool& qOK) {
+  qOK = false;
+  RunGuarded("mxDataSet  (GetStoredItems)", [&] {
+    if (iType < 1 || iType > UNUSED13) return;
+    const ByteStore* pool = Pool(iType);
+    if (pool == nullptr) {
+      // No text of this id was ever given.
+      nItems = 0;
+      qOK = true;
+      return;
+    }
+    int32_t n = 0;
+    Array<std::string> zAll = pool->GetAllStrings(n);
+    zItems = std::move(zAll);
+    nItems = n;
+    qOK = true;
+  });
+}
+
+// ---- Columns by packed record --------------------------------------------------------------
+
+void mxDataSet::ReturnListOfExistingCols(const Array2<uint8_t>& bHeaders, int32_t nHeaders,
+                                         Array<int32_t>& iCols, int32_t& nFound, bool& qOK) {
+  qOK = false;
+  RunGuarded("mxDataSet  (ReturnListOfExistingCols)", [&] {
+    // The incoming records by their upper-cased text, so that each column's
+    // record is looked up once rather than compared with every record.
+    std::unordered_map<std::string, std::vector<int32_t>> incoming;
+    for (int32_t k = 1; k <= nHeaders; ++k) {
+      const char* p = reinterpret_cast<const char*>(&bHeaders(1, k));
+      (void)bHeaders(kPackedRecordSize, k);
+      incoming[StringTools::Upper(std::string_view(p, kPackedRecordSize))].push_back(k);
+    }
+    if (nHeaders >= 1) iCols.ReDim(1, nHeaders);
+    else iCols.Erase();
+    nFound = 0;
+    Array<uint8_t> bRecord;
+    for (int32_t c = 1; c <= nCols_; ++c) {
+      if (!bGetAttributes(c, bRecord)) continue;
+      const char* p = reinterpret_cast<const char*>(bRecord.data());
+      const std::size_t n = std::min<std::size_t>(bRecord.size(), kPackedRecordSize);
+      auto it = incoming.find(StringTools::Upper(std::string_view(p, n)));
+      if (it == incoming.end()) continue;
+      for (int32_t k : it->second) {
+        ++nFound;
+        iCols(k) = c;
+      }
+    }
+    qOK = true;
+  });
+}
+
+}  // namespace vndata
