@@ -131,6 +131,113 @@ class mxDataStore {
   void set_IOEventHandler(std::shared_ptr<mxNotifyData> handler);
   std::shared_ptr<mxNotifyData> get_IOEventHandler() const { return IOEventHandler_; }
 
+  // ======== Origin resolution ===================================================
+  // The first data set whose origin (any case) and type fit, or -1. zType
+  // comes back upper-cased; the type decides what Index and zName must fit.
+  int32_t GetOriginIndex(std::string zOrigin);
+  int32_t GetOriginIndex(std::string zOrigin, std::string& zType, int32_t Index = -1,
+                         const std::string& zName = "");
+  // The same with branch data sets told apart by their branch number.
+  int32_t GetOriginIndexEx(std::string zOrigin);
+  int32_t GetOriginIndexEx(std::string zOrigin, std::string& zType, int32_t Index = -1,
+                           int32_t iBranch = -1, const std::string& zName = "");
+  // Whether the data set's origin is zOrigin (upper case) in full, or, for
+  // the type "DATA", as zOrigin followed by "_" and a number. qOK is not
+  // written.
+  void CheckOriginMatch(const std::string& zOrigin, int32_t iDataSet, const std::string& zType,
+                        bool& qPartialMatch, bool& qFullMatch, bool& qOK);
+  // The extracted data set whose key (group, first subclass, grid and
+  // member of its first column) is zGROUPtoFind; zGROUPtoFind then becomes
+  // its UniqueKey.
+  bool CheckExtractedKey(const std::string& zOrigin, const std::string& zTVGroupName,
+                         std::string& zGROUPtoFind, int32_t& iDataSet);
+  // Distinct origins (any case), first spelling and order kept.
+  void GetAllOrigins(Array<std::string>& zOrigins, int32_t& nOrigins, bool& qOK);
+  // The summary or plot data set of exactly that origin, or -1.
+  int32_t get_GetDatasetFromOrigin(const std::string& zOrigin);
+  // Well names of a data set, by its file type and data class.
+  void GetAllWells(int32_t iDataSet, Array<std::string>& zWells, int32_t& nWells, bool& qOK);
+  // Upper-case origins of the data sets whose description attribute fits.
+  void GetOriginsByDataAttribute(int32_t iAttribute, const std::string& zAttribute,
+                                 Array<std::string>& zOrigins, bool& qOK);
+  // The data set whose root and group make the folder part of the key; 0
+  // when none does.
+  int32_t GetDataSetFromTreeViewKey(const std::string& zTreeViewKey);
+  // Origin, group and tree path of a column as one path; "" for a bad
+  // position.
+  std::string GetUniquePath(int32_t iDataSet, int32_t iColumn);
+  // Kilobytes of one column, rounded half to even.
+  int32_t GetVectorSize(int32_t iDataSet);
+  void GetUniqueTabStripHeaders(const std::string& zOrigin, int32_t iType,
+                                Array<std::string>& zHeaders, int32_t& nHeaders, bool& qOK);
+  // Values of the first column whose tree view key is zName, in the first
+  // data set whose group or display root is zOrigin (any data set when it
+  // is empty); rows iStart..iEnd when either is 2 or more.
+  void GetValues(const std::string& zName, const std::string& zOrigin, Array<float>& dVals,
+                 std::string& zSourceFileName, bool& qOK, int32_t iStart = -1, int32_t iEnd = -1);
+  // Values of the first column with that variable.
+  bool DSGetValuesFromName(int32_t iDataSet, const std::string& zVector, Array<float>& sVals,
+                           bool qCleanUp);
+
+  // ======== Store search ==========================================================
+  // The conversation: SearchClear, optionally SearchDataSets and the two
+  // settings, SearchAddAttribute for each criterion, a Create, then
+  // SearchPointers as often as wanted.
+  void SearchClear();
+  void SearchDataSets(const Array<int32_t>& iDataSets, bool& qOK);
+  // Write only. SearchClear switches the first off; the second outlives it.
+  void let_SearchExitAfter1(bool q) { SearchExitAfter1_ = q; }
+  void let_MultiSetSearch(bool q) { MultiSetSearch_ = q; }
+  // Column criteria (ids up to 14) and data set criteria (ids up to 66) on
+  // one list; an id already there has its value replaced.
+  void SearchAddAttribute(int32_t iAttribute, const std::string& zValue, bool& qOK);
+  void SearchDataSetAddAttribute(int32_t iAttribute, const std::string& zValue, bool& qOK);
+  // Builds the hit table from the column criteria, starting each data set's
+  // columns at iStart and wrapping round.
+  void SearchCreatePointers(bool& qOK, int32_t iStart = 1, bool qForward = true);
+  // The same with the values upper-cased, the data sets visited from place
+  // iSetStart and wrapping round, and at most one hit a data set under
+  // MultiSetSearch.
+  void SearchCreatePointersEx(bool& qOK, int32_t iStart = 1, bool qForward = true,
+                              int32_t iSetStart = 1, bool qSetForward = true);
+  // Builds the hit table (column 0) from the data set criteria.
+  void SearchDataSetCreatePointers(bool& qOK, int32_t iStart = 1, bool qForward = true);
+  // The hit table, 2 by nResults: data set, column.
+  void SearchPointers(Array2<int32_t>& iResults, int32_t& nResults, bool& qOK);
+  // The distinct data sets of the hits, ascending.
+  void SearchPointersDS(Array<int32_t>& iDataSets, int32_t& nDataSets, bool& qOK);
+  // Keeps the listed data sets whose first column has the wanted TYPE.
+  void SearchType(Array<int32_t>& iDataSetList, int32_t& nDataSets, bool& qMatchType, bool& qOK);
+  // One-shot: the first column that fits the given texts (-1, -1 for none).
+  // The criteria and hits stay in the search state.
+  void Search(int32_t& iDataSet, int32_t& iColumn, bool& qOK, const std::string& zOrigin = "",
+              const std::string& zVariable = "", const std::string& zType = "",
+              const std::string& zClass = "", const std::string& zMember = "",
+              const std::string& zSubClass1 = "", const std::string& zSubClass2 = "",
+              const std::string& zIndex = "");
+  // One-shot over one data set by attribute texts (upper case). A zIndex
+  // switches on the VARIABLE test without a text of its own. iEnd may be
+  // rewritten to 1 for a backward range ending below column 1.
+  void SearchaDataSet(int32_t iDataSet, Array<int32_t>& iResults, int32_t& nResults, bool& qOK,
+                      const std::string& zVector, const std::string& zClass,
+                      const std::string& zMember, const std::string& zIndex,
+                      const std::string& zSubClass1, const std::string& zSubClass2,
+                      bool qEndAfter1, int32_t iStart, int32_t& iEnd);
+  void SearchaDataSet(int32_t iDataSet, Array<int32_t>& iResults, int32_t& nResults, bool& qOK,
+                      const std::string& zVector = "", const std::string& zClass = "",
+                      const std::string& zMember = "", const std::string& zIndex = "",
+                      const std::string& zSubClass1 = "", const std::string& zSubClass2 = "",
+                      bool qEndAfter1 = false, int32_t iStart = -1);
+  // One-shot over one data set by VARIABLE and CLASS (upper-cased).
+  void SearchForDataSetVariables(int32_t iDataSet, const std::string& zVector,
+                                 const std::string& zClass, Array<int32_t>& iResults, bool& qOK,
+                                 bool qEndAfter1 = false, int32_t iStart = -1, int32_t iEnd = -1);
+  // The same giving the address of each column's first value.
+  void SearchForDataSetVariablePointers(int32_t iDataSet, const std::string& zVector,
+                                        const std::string& zClass, Array<std::intptr_t>& iPointers,
+                                        bool& qOK, bool qEndAfter1 = false, int32_t iStart = -1,
+                                        int32_t iEnd = -1);
+
   // ---- The forwarder shape -----------------------------------------------------
   // Runs call(dataSet) for a valid position under the store's guard, whose
   // trace tag is "mxDataStore (Code) (<procedure>)", and returns its result;
@@ -173,11 +280,52 @@ class mxDataStore {
   std::shared_ptr<mxNotifyData> EventHandler_;
   std::shared_ptr<mxNotifyData> IOEventHandler_;
 
- public:
-  // Search state cleared by ReInitialise; the search itself arrives with the
-  // store search.
-  bool SearchExitAfter1 = false;
-  bool MultiSetSearch = false;
+  // ---- Origin resolution internals
+  // The data set held at a registered position (nullptr for an empty slot).
+  mxDataSet* Slot(int32_t iDataSet) const;
+  // The data set at a position taken on trust: a bad one is a fault.
+  mxDataSet& Trusted(int32_t iDataSet) const;
+  bool OriginRows(mxDataSet& ds, const std::string& zType, int32_t Index, const std::string& zName,
+                  const Array<std::string>& zParts, int32_t nParts);
+  bool OriginRowsEx(mxDataSet& ds, const std::string& zType, int32_t Index, int32_t iBranch,
+                    const std::string& zName, const Array<std::string>& zParts, int32_t nParts);
+  bool SampleOrExtractRows(mxDataSet& ds, const std::string& zType, const std::string& zName,
+                           bool& qAccept);
+  static bool HeaderColumnRows(mxDataSet& ds, const std::string& zName, bool qHistoryAndSplit);
+  int32_t ResolveOrigin(std::string zOrigin, std::string& zType, int32_t Index, int32_t iBranch,
+                        const std::string& zName, bool qEx);
+  // The fetch-on-demand clean-up of a column read just for DSGetValuesFromName.
+  void CleanUpFetchedColumn(int32_t iDataSet, int32_t iColumn);
+
+  // ---- Search internals
+  void SearchAddCriterion(int32_t iAttribute, const std::string& zValue, int32_t iMaxId, bool& qOK);
+  void SearchOrigin(Array<int32_t>& iDataSetList, int32_t& nDataSets, bool& qMatchOrigin, bool& qOK);
+  // Candidates and the checks shared by the two column searches; false when
+  // the run does not take place (qOK stays false).
+  bool SearchCandidates(Array<int32_t>& iCands, int32_t& nCands, bool& qOnlyOriginType);
+  void SearchColumnsOf(int32_t iDataSet, const Array<int32_t>& iWork,
+                       const Array<std::string>& zWork, int32_t nWork, int32_t iStart,
+                       bool qForward, bool qFirstOnly, Array<int32_t>& iScratch);
+  void SearchOriginTypeOnly(const Array<int32_t>& iCands, int32_t nCands, bool& qOK);
+  void AppendHit(int32_t iDataSet, int32_t iColumn);
+  void CutSearchTable(int32_t nCapacity);
+  void SearchaDataSetCore(int32_t iDataSet, Array<int32_t>& iResults, int32_t& nResults, bool& qOK,
+                          const std::string* zTexts, bool qEndAfter1, int32_t iStart, int32_t& iEnd);
+  template <class T, class Fill>
+  void SearchForVariables(int32_t iDataSet, const std::string& zVector, const std::string& zClass,
+                          Array<T>& iOut, bool& qOK, bool qEndAfter1, int32_t iStart, int32_t iEnd,
+                          Fill&& fill);
+
+  // ---- Search state, one per store, kept between calls
+  int32_t nSearchAttributes_ = 0;
+  Array<int32_t> iSearchAttributes_ = Array<int32_t>(1, 1);
+  Array<std::string> zSearchValues_ = Array<std::string>(1, 1);
+  int32_t nSearchPointers_ = 0;
+  Array2<int32_t> iSearchPointers_ = Array2<int32_t>(1, 2, 1, 1);
+  int32_t nSearchDataSets_ = 0;
+  Array<int32_t> iSearchDataSets_ = Array<int32_t>(1, 1);
+  bool SearchExitAfter1_ = false;
+  bool MultiSetSearch_ = false;
 };
 
 template <class R, class Call>

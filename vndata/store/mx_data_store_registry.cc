@@ -32,8 +32,8 @@ void mxDataStore::ReInitialise() {
     IsModified_ = false;
     OverWrittenDataSet_ = false;
     RenamedDataSet_ = false;
-    SearchExitAfter1 = false;
-    MultiSetSearch = false;
+    SearchExitAfter1_ = false;
+    MultiSetSearch_ = false;
     CheckDataSetNames_ = true;
   });
 }
