@@ -278,3 +278,18 @@ TEST(DataSetSearch, IndexRangeJoinsProductionAndInjectionAndIsCalculatedOnce) {
   EXPECT_EQ(iStart, 3);
   EXPECT_EQ(iEnd, 8);
 }
+
+TEST(DataSetSearch, ASearchFollowsChangedAndAddedColumns) {
+  mxDataSet ds;
+  WithColumns(ds, {Col("WELLS", "P1", "WOPR"), Col("WELLS", "P2", "WOPR")});
+  EXPECT_EQ(Search(ds, {{ATT_VARIABLE, "WOPR"}}).cols, std::vector<int32_t>({1, 2}));
+  ASSERT_TRUE(ds.SetColumnAttribute(1, ATT_VARIABLE, "WWCT"));
+  EXPECT_EQ(Search(ds, {{ATT_VARIABLE, "WOPR"}}).cols, std::vector<int32_t>({2}));
+  bool qOK = false;
+  ds.AddDataColumn(Array<float>{1.f, 2.f}, Row(Col("WELLS", "P3", "WOPR")), qOK);
+  ASSERT_TRUE(qOK);
+  EXPECT_EQ(Search(ds, {{ATT_VARIABLE, "WOPR"}}).cols, std::vector<int32_t>({2, 3}));
+  ASSERT_TRUE(ds.SetAttribute(ATT_VARIABLE, "FOPR"));
+  EXPECT_EQ(Search(ds, {{ATT_VARIABLE, "FOPR"}}).cols, std::vector<int32_t>({1, 2, 3}));
+  EXPECT_EQ(Search(ds, {{ATT_VARIABLE, "FOPR"}, {ATT_MEMBER, "P3"}}).cols, std::vector<int32_t>({3}));
+}

@@ -16,6 +16,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "vndata/foundation/column_attributes.h"
 #include "vndata/foundation/well_info.h"
@@ -594,7 +595,14 @@ class mxDataSet {
                       Array<uint8_t>& bRecord);
 
   // Query internals.
-  void InvalidateMembersCache() { qMembersCached_ = false; }
+  // Drops what is derived from the columns' attribute pointers: the members
+  // cache and the pointer index. Every write of a column's pointers calls it.
+  void ColumnPointersChanged() {
+    qMembersCached_ = false;
+    pointerIndexValid_.fill(false);
+  }
+  // The pointers of an id with a field, by column (element c-1 for column c).
+  const int32_t* PointerColumn(int32_t iAttribute);
   void CalculateTimeRange(const std::string& zClass, const std::string& zItem);
   void SearchDataSetCore(const Array<int32_t>& iAttribute, const Array<std::string>& zAttribute,
                          int32_t nAttribute, Array<int32_t>& iList, int32_t& nList, bool& qOK,
@@ -702,6 +710,14 @@ class mxDataSet {
   };
   Array<INDEXRANGE> indexRanges_;
   int32_t nIndexRanges_ = 0;
+  // The pointers of one attribute id for all columns, one after the other,
+  // for searches that read an attribute of every column: a scan then reads
+  // four bytes a column instead of a whole column record. Built on first use
+  // and dropped by ColumnPointersChanged, which every write of a column's
+  // pointers calls.
+  static constexpr std::size_t kPointerIds = 15;  // ids 1..14
+  std::array<std::vector<int32_t>, kPointerIds> pointerIndex_;
+  std::array<bool, kPointerIds> pointerIndexValid_{};
 
   // ---- Seams for the pieces that arrive later. Each flag stays off until
   // the piece that sets it exists; the branches that test it say what the

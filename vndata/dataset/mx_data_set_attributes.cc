@@ -25,13 +25,13 @@ ByteStore& mxDataSet::MakePool(int32_t iAttribute) {
 // tree view paths; until they exist a column has no path.
 
 void mxDataSet::SetStoreAttribute(int32_t iAttribute, const std::string& zValue) {
-  InvalidateMembersCache();
+  ColumnPointersChanged();
   const int32_t cell = MakePool(iAttribute).AddString(zValue, true, false);
   for (int32_t c = 1; c <= nCols_; ++c) WriteAttributePointer(columns_(c).Pointers, iAttribute, cell);
 }
 
 void mxDataSet::SetSingleStoreAttribute(int32_t iColumn, int32_t iAttribute, const std::string& zValue) {
-  InvalidateMembersCache();
+  ColumnPointersChanged();
   const int32_t cell = MakePool(iAttribute).AddString(zValue, true, false);
   WriteAttributePointer(columns_(iColumn).Pointers, iAttribute, cell);
 }
@@ -136,7 +136,7 @@ int32_t mxDataSet::NumberStoredAttributes(int32_t iAttribute) const {
 void mxDataSet::SetAttributes(int32_t ThisCol, const Array<std::string>& zAttributes, bool& qOK) {
   qOK = false;
   RunGuarded("mxDataSet  (SetAttributes)", [&] {
-    InvalidateMembersCache();
+    ColumnPointersChanged();
     int32_t cells[kNumAttributes + 1] = {};
     for (int32_t id = 1; id <= kNumAttributes; ++id)
       cells[id] = MakePool(id).AddString(zAttributes(id), true, false);
@@ -221,7 +221,7 @@ void mxDataSet::CompareAttribute(int32_t iColumn, int32_t iAttribute, const std:
 void mxDataSet::SetByteStore(int32_t iAtt, const std::shared_ptr<ByteStore>& xStore, bool& qOK) {
   qOK = false;
   RunGuarded("mxDataSet  (SetByteStore)", [&] {
-    InvalidateMembersCache();
+    ColumnPointersChanged();
     if (!IsStoredAttribute(iAtt)) return;
     pools_(iAtt) = xStore;
     qOK = true;
@@ -240,7 +240,7 @@ void mxDataSet::GetByteStore(int32_t iAtt, std::shared_ptr<ByteStore>& xStore, b
 void mxDataSet::SetByteStoreArray(const AttributePools& xStore, bool& qOK) {
   qOK = false;
   RunGuarded("mxDataSet  (SetByteStoreArray)", [&] {
-    InvalidateMembersCache();
+    ColumnPointersChanged();
     pools_ = xStore;
     qOK = true;
   });
@@ -260,7 +260,7 @@ void mxDataSet::InitialiseByteStore(const AttributePools& xStore, const Array2<u
                                     bool& qOK) {
   qOK = false;
   RunGuarded("mxDataSet  (InitialiseByteStore)", [&] {
-    InvalidateMembersCache();
+    ColumnPointersChanged();
     pools_ = xStore;
     if (nCols_ >= 1) {
       // The pointer records are taken as they stand, 24 bytes a column.
@@ -304,7 +304,7 @@ void mxDataSet::InitialiseColumnAttributes(const Array<std::string>& zHeaders, b
 }
 
 void mxDataSet::InitColumnDataArray(int32_t iFirstColumn, bool& qOK) {
-  InvalidateMembersCache();
+  ColumnPointersChanged();
   qOK = vndata::InitColumnDataArray(columns_, iFirstColumn);
 }
 

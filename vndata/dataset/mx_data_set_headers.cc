@@ -82,7 +82,7 @@ void mxDataSet::UnpackbHeader(const Array2<uint8_t>& bHeaders, int32_t iAttribut
                               int32_t iFirstColumn) {
   qOK = false;
   RunGuarded("mxDataSet  (UnpackbHeader)", [&] {
-    InvalidateMembersCache();
+    ColumnPointersChanged();
     int32_t pos = 0, width = 0;
     InitSingleAttPos(iAttribute, pos, width);
     if (iFirstColumn == 1 && !xPool) {
@@ -116,7 +116,7 @@ void mxDataSet::UnpackbHeaders(const Array2<uint8_t>& bHeaders, bool& qOK, int32
 }
 
 void mxDataSet::UnpackSingleCore(int32_t iColumn, const Array<uint8_t>& bRecord, int32_t iAttribute) {
-  InvalidateMembersCache();
+  ColumnPointersChanged();
   std::shared_ptr<ByteStore>& slot = pools_(iAttribute);
   if (!slot) slot = std::make_shared<ByteStore>();
   const std::string zText =
@@ -130,7 +130,7 @@ void mxDataSet::UnpackSinglebHeader(int32_t iColumn, const Array<uint8_t>& bReco
                                     std::shared_ptr<ByteStore>& xPool, bool& qOK) {
   qOK = false;
   RunGuarded("mxDataSet  (UnpackSinglebHeader)", [&] {
-    InvalidateMembersCache();
+    ColumnPointersChanged();
     if (!xPool) xPool = std::make_shared<ByteStore>();
     const std::string zText =
         ExtractAttribute(iAttribute, bRecord.data(), static_cast<int32_t>(bRecord.size()));

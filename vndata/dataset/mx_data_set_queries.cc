@@ -20,7 +20,6 @@ namespace vndata {
 namespace {
 constexpr int32_t kTabStripStep = 10;
 constexpr int32_t kMembersInitial = 1000;
-constexpr int32_t kMembersStep = 10;
 constexpr int32_t kMemberWidth = 40;
 
 std::string IntText(int32_t v) { return std::to_string(v); }
@@ -224,7 +223,6 @@ void mxDataSet::GetUniqueMembersOfClass(const std::string& zClass, Array<std::st
   qOK = false;
   nMembers = 0;
   RunGuarded("mxDataSet  (GetUniqueMembersOfClass)", [&] {
-    zMembers.ReDim(1, kMembersInitial);
     if (qMembersCached_ && StringTools::Equal(zClass, zMembersClass_, false)) {
       MembersFromCache(zMembers, nMembers);
       qOK = true;
@@ -234,6 +232,10 @@ void mxDataSet::GetUniqueMembersOfClass(const std::string& zClass, Array<std::st
     nMembersCached_ = 0;
     bMembersCached_.Erase();
 
+    // The names are gathered aside and the array is made once at the end,
+    // at the size the growing array ends with: the members found, or its
+    // first 1000 entries when there are none.
+    std::vector<std::string_view> found;
     const ByteStore* classes = Pool(ATT_CLASS);
     const ByteStore* members = Pool(ATT_MEMBER);
     std::vector<char> classMatch;
@@ -242,28 +244,25 @@ void mxDataSet::GetUniqueMembersOfClass(const std::string& zClass, Array<std::st
       // together, and later columns of a settled cell cost one integer test.
       // A new cell is looked up among the names found by its case-folded
       // text, so the first spelling stands and the walk stays linear.
-      std::vector<char> settled(static_cast<std::size_t>(members->Count()) + 1, 0);
+      const int32_t nClassCells = classes->Count(), nMemberCells = members->Count();
+      std::vector<char> settled(static_cast<std::size_t>(nMemberCells) + 1, 0);
       std::unordered_set<std::string> folded;
-      for (int32_t c = 1; c <= nCols_; ++c) {
-        const VECTORDATA& v = columns_(c).Pointers;
-        const int32_t iClass = v.iClass, iMember = v.iMember;
-        if (iClass < 1 || iClass > classes->Count() || !classMatch[static_cast<std::size_t>(iClass)])
-          continue;
-        if (iMember < 1 || iMember > members->Count() || settled[static_cast<std::size_t>(iMember)])
-          continue;
-        settled[static_cast<std::size_t>(iMember)] = 1;
-        std::string_view zName = members->View(iMember);
+      const int32_t* iClass = PointerColumn(ATT_CLASS);
+      const int32_t* iMember = PointerColumn(ATT_MEMBER);
+      for (std::size_t c = 0; c < static_cast<std::size_t>(nCols_); ++c) {
+        const int32_t k = iClass[c], m = iMember[c];
+        if (k < 1 || k > nClassCells || !classMatch[static_cast<std::size_t>(k)]) continue;
+        if (m < 1 || m > nMemberCells || settled[static_cast<std::size_t>(m)]) continue;
+        settled[static_cast<std::size_t>(m)] = 1;
+        std::string_view zName = members->View(m);
         if (zName.empty() || !folded.insert(StringTools::Upper(zName)).second) continue;
-        if (nMembers == zMembers.UBound()) zMembers.ReDimPreserve(nMembers + kMembersStep);
-        zMembers(++nMembers) = std::string(zName);
+        found.push_back(zName);
       }
     }
-    if (nMembers == 0) {
-      qOK = true;
-      return;
-    }
-    zMembers.ReDimPreserve(nMembers);
-    CacheMembers(zClass, zMembers, nMembers);
+    nMembers = static_cast<int32_t>(found.size());
+    zMembers.ReDim(1, nMembers == 0 ? kMembersInitial : nMembers);
+    for (int32_t m = 1; m <= nMembers; ++m) zMembers(m) = std::string(found[static_cast<std::size_t>(m - 1)]);
+    if (nMembers > 0) CacheMembers(zClass, zMembers, nMembers);
     qOK = true;
   });
 }

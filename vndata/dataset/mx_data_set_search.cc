@@ -2,6 +2,7 @@
 // the row range of an item's active life used to scale plots.
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <string_view>
 #include <vector>
@@ -16,15 +17,17 @@ namespace vndata {
 
 namespace {
 
-// One wanted attribute, resolved to what a column record holds for it.
+// One wanted attribute, resolved to what a column holds for it.
 struct Wanted {
-  enum Kind : int32_t { kShort, kIndex, kPath, kNone };
+  enum Kind : int32_t { kPointer, kPath, kNone };
   Kind kind = kNone;
-  int16_t VECTORDATA::*field = nullptr;  // kShort
+  int32_t id = 0;
   int32_t iCode = -1;
-  const std::string* zText = nullptr;    // kPath
+  const std::string* zText = nullptr;  // kPath
 };
 
+// The 16-bit field of an id; nullptr for "INDEX" (32-bit) and for ids
+// without a field.
 int16_t VECTORDATA::*ShortField(int32_t iAttribute) {
   switch (iAttribute) {
     case ATT_ORIGIN: return &VECTORDATA::iOrigin;
@@ -41,30 +44,31 @@ int16_t VECTORDATA::*ShortField(int32_t iAttribute) {
   }
 }
 
-inline bool Holds(const VECTORDATA& v, const Wanted& w) {
-  return (w.kind == Wanted::kShort ? v.*(w.field) : v.iIndex) == w.iCode;
-}
-
-// The walk over columns for criteria that are all pointer compares: N
-// criteria known at compile time (the usual one to three), or any number.
-// Criteria are tested in order and the first that fails ends the test.
+// The walk over columns for criteria that are all pointer compares, each
+// criterion's pointers lying one after the other: N criteria known at
+// compile time (the usual one to three), or any number. Criteria are tested
+// in order and the first that fails ends the test of a column.
 template <std::size_t N>
-int32_t ScanPointers(const COLUMNDATA* cols, const Wanted* wanted, int32_t nWanted, int32_t iFirst,
-                     int32_t iStep, int32_t nCount, int32_t* hits, bool qExitAfterOne) {
+int32_t ScanPointers(const int32_t* const* cells, const int32_t* codes, int32_t nWanted,
+                     int32_t iFirst, int32_t iStep, int32_t nCount, int32_t* hits,
+                     bool qExitAfterOne) {
   int32_t nHits = 0;
+  const int32_t* first = N > 0 || nWanted > 0 ? cells[0] : nullptr;
+  const int32_t code0 = N > 0 || nWanted > 0 ? codes[0] : 0;
   int32_t c = iFirst;
   for (int32_t i = 0; i < nCount; ++i, c += iStep) {
-    const VECTORDATA& v = cols[c - 1].Pointers;
+    const std::size_t at = static_cast<std::size_t>(c - 1);
     bool qFits = true;
     if constexpr (N > 0) {
-      for (std::size_t k = 0; k < N; ++k)
-        if (!Holds(v, wanted[k])) {
+      if (first[at] != code0) continue;
+      for (std::size_t k = 1; k < N; ++k)
+        if (cells[k][at] != codes[k]) {
           qFits = false;
           break;
         }
     } else {
       for (int32_t k = 0; k < nWanted; ++k)
-        if (!Holds(v, wanted[k])) {
+        if (cells[k][at] != codes[k]) {
           qFits = false;
           break;
         }
@@ -106,6 +110,7 @@ void mxDataSet::SearchDataSetCore(const Array<int32_t>& iAttribute,
     const int32_t id = iAttribute(iAttribute.LBound() + k - 1);
     const std::string& zText = zAttribute(zAttribute.LBound() + k - 1);
     Wanted& w = wanted[static_cast<std::size_t>(k - 1)];
+    w.id = id;
     if (id == TREEVIEWPATH) {
       w.kind = Wanted::kPath;
       w.zText = &zText;
@@ -118,8 +123,9 @@ void mxDataSet::SearchDataSetCore(const Array<int32_t>& iAttribute,
       nList = 0;
       return;
     }
-    w.field = ShortField(id);
-    w.kind = w.field != nullptr ? Wanted::kShort : (id == ATT_INDEX ? Wanted::kIndex : Wanted::kNone);
+    VECTORDATA probe;
+    int32_t iUnused = 0;
+    w.kind = ReadAttributePointer(probe, id, iUnused) ? Wanted::kPointer : Wanted::kNone;
     if (w.kind == Wanted::kNone) qPointersOnly = false;
   }
 
@@ -133,31 +139,35 @@ void mxDataSet::SearchDataSetCore(const Array<int32_t>& iAttribute,
   }
   const int32_t nRoom = qExitAfterOne ? 1 : nCount;
   iList.ReDim(1, nRoom);
+  int32_t* hits = iList.data();
 
   // 4, 5. Integer compares only, unless a criterion is the computed path.
-  (void)columns_(iFirst);
-  (void)columns_(iFirst + (nCount - 1) * iStep);
-  const COLUMNDATA* cols = &columns_(1);
-  int32_t* hits = iList.data();
   if (qPointersOnly) {
-    const Wanted* w = wanted.data();
+    std::vector<const int32_t*> cells(wanted.size());
+    std::vector<int32_t> codes(wanted.size());
+    for (std::size_t k = 0; k < wanted.size(); ++k) {
+      cells[k] = PointerColumn(wanted[k].id);
+      codes[k] = wanted[k].iCode;
+    }
+    const int32_t* const* p = cells.data();
+    const int32_t* q = codes.data();
     switch (nAttribute) {
-      case 0: nList = ScanPointers<0>(cols, w, 0, iFirst, iStep, nCount, hits, qExitAfterOne); break;
-      case 1: nList = ScanPointers<1>(cols, w, 1, iFirst, iStep, nCount, hits, qExitAfterOne); break;
-      case 2: nList = ScanPointers<2>(cols, w, 2, iFirst, iStep, nCount, hits, qExitAfterOne); break;
-      case 3: nList = ScanPointers<3>(cols, w, 3, iFirst, iStep, nCount, hits, qExitAfterOne); break;
-      default:
-        nList = ScanPointers<0>(cols, w, nAttribute, iFirst, iStep, nCount, hits, qExitAfterOne);
+      case 0: nList = ScanPointers<0>(p, q, 0, iFirst, iStep, nCount, hits, qExitAfterOne); break;
+      case 1: nList = ScanPointers<1>(p, q, 1, iFirst, iStep, nCount, hits, qExitAfterOne); break;
+      case 2: nList = ScanPointers<2>(p, q, 2, iFirst, iStep, nCount, hits, qExitAfterOne); break;
+      case 3: nList = ScanPointers<3>(p, q, 3, iFirst, iStep, nCount, hits, qExitAfterOne); break;
+      default: nList = ScanPointers<0>(p, q, nAttribute, iFirst, iStep, nCount, hits, qExitAfterOne);
     }
   } else {
     int32_t c = iFirst;
     for (int32_t i = 0; i < nCount; ++i, c += iStep) {
       bool qFits = true;
       for (const Wanted& w : wanted) {
+        int32_t p = -1;
         switch (w.kind) {
           case Wanted::kPath: qFits = StringTools::Equal(ComputedTreePath(c), *w.zText, false); break;
           case Wanted::kNone: qFits = false; break;
-          default: qFits = Holds(cols[c - 1].Pointers, w);
+          default: qFits = ReadAttributePointer(columns_(c).Pointers, w.id, p) && p == w.iCode;
         }
         if (!qFits) break;
       }
@@ -170,6 +180,33 @@ void mxDataSet::SearchDataSetCore(const Array<int32_t>& iAttribute,
   // 6. Cut to the hits.
   if (nList > 0 && nList < nRoom) iList.ReDimPreserve(nList);
   qOK = true;
+}
+
+const int32_t* mxDataSet::PointerColumn(int32_t iAttribute) {
+  const std::size_t id = static_cast<std::size_t>(iAttribute);
+  std::vector<int32_t>& cells = pointerIndex_.at(id);
+  const std::size_t n = static_cast<std::size_t>(nCols_);
+  if (!pointerIndexValid_[id] || cells.size() != n) {
+    cells.assign(n, -1);
+    if (n > 0) {
+      (void)columns_(nCols_);
+      const COLUMNDATA* cols = &columns_(1);
+      if (int16_t VECTORDATA::*field = ShortField(iAttribute))
+        for (std::size_t c = 0; c < n; ++c) cells[c] = cols[c].Pointers.*field;
+      else if (iAttribute == ATT_INDEX)
+        for (std::size_t c = 0; c < n; ++c) cells[c] = cols[c].Pointers.iIndex;
+    }
+    pointerIndexValid_[id] = true;
+  }
+#ifndef NDEBUG
+  // A write of pointers that did not call ColumnPointersChanged shows here.
+  for (std::size_t c = 0; c < n; ++c) {
+    int32_t p = -1;
+    ReadAttributePointer(columns_(static_cast<int32_t>(c + 1)).Pointers, iAttribute, p);
+    assert(cells[c] == p);
+  }
+#endif
+  return cells.data();
 }
 
 // ---- Row range of an item ----------------------------------------------------------------------

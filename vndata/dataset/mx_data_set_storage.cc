@@ -63,7 +63,7 @@ void mxDataSet::DimensionBufferArray(DATABUFFER& buf, bool qKeep, int32_t nRows,
 }
 
 void mxDataSet::ResizeColumnRecords(int32_t nCount, bool qAfresh) {
-  InvalidateMembersCache();
+  ColumnPointersChanged();
   if (qAfresh) {
     columns_.ReDim(1, std::max(nCount, 1));
     nCols_ = std::max(nCount, 0);

@@ -17,6 +17,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "vndata/dataset/mx_data_set.h"
 #include "vndata/platform/arrays.h"
@@ -307,8 +308,15 @@ class mxDataStore {
                        const Array<std::string>& zWork, int32_t nWork, int32_t iStart,
                        bool qForward, bool qFirstOnly, Array<int32_t>& iScratch);
   void SearchOriginTypeOnly(const Array<int32_t>& iCands, int32_t nCands, bool& qOK);
-  void AppendHit(int32_t iDataSet, int32_t iColumn);
-  void CutSearchTable(int32_t nCapacity);
+  // Hits are gathered in a scratch list kept between runs and become the
+  // table, cut to their number, when the run completes.
+  void StartHits(int32_t nCapacity);
+  void AppendHit(int32_t iDataSet, int32_t iColumn) {
+    hitScratch_.push_back(iDataSet);
+    hitScratch_.push_back(iColumn);
+  }
+  int32_t HitCount() const { return static_cast<int32_t>(hitScratch_.size() / 2); }
+  void CommitHits();
   void SearchaDataSetCore(int32_t iDataSet, Array<int32_t>& iResults, int32_t& nResults, bool& qOK,
                           const std::string* zTexts, bool qEndAfter1, int32_t iStart, int32_t& iEnd);
   template <class T, class Fill>
@@ -326,6 +334,7 @@ class mxDataStore {
   Array<int32_t> iSearchDataSets_ = Array<int32_t>(1, 1);
   bool SearchExitAfter1_ = false;
   bool MultiSetSearch_ = false;
+  std::vector<int32_t> hitScratch_;
 };
 
 template <class R, class Call>

@@ -166,16 +166,19 @@ bool mxDataStore::SearchCandidates(Array<int32_t>& iCands, int32_t& nCands, bool
   return true;
 }
 
-void mxDataStore::AppendHit(int32_t iDataSet, int32_t iColumn) {
-  const int32_t n = nSearchPointers_ + 1;
-  iSearchPointers_(1, n) = iDataSet;
-  iSearchPointers_(2, n) = iColumn;
-  nSearchPointers_ = n;
+void mxDataStore::StartHits(int32_t nCapacity) {
+  hitScratch_.clear();
+  hitScratch_.reserve(2 * static_cast<std::size_t>(nCapacity));
 }
 
-void mxDataStore::CutSearchTable(int32_t nCapacity) {
-  if (nSearchPointers_ >= 1 && nSearchPointers_ < nCapacity)
-    iSearchPointers_.ReDimPreserve(2, nSearchPointers_);
+void mxDataStore::CommitHits() {
+  const int32_t n = HitCount();
+  if (n >= 1) {
+    Array2<int32_t> iTable(1, 2, 1, n);
+    std::memcpy(iTable.data(), hitScratch_.data(), sizeof(int32_t) * hitScratch_.size());
+    iSearchPointers_ = std::move(iTable);
+  }
+  nSearchPointers_ = n;
 }
 
 // The columns of one data set from iStart on and then round from the other
@@ -213,17 +216,15 @@ void mxDataStore::SearchOriginTypeOnly(const Array<int32_t>& iCands, int32_t nCa
     return;
   }
   if (!SearchExitAfter1_) {
-    nSearchPointers_ = 0;
     for (int32_t k = 1; k <= nCands; ++k) {
       const int32_t pos = iCands(k);
       const int32_t nCols = Trusted(pos).get_NumCols();
       for (int32_t c = 1; c <= nCols; ++c) AppendHit(pos, c);
     }
-    qOK = true;
-    return;
+  } else {
+    AppendHit(iCands(1), 1);
   }
-  nSearchPointers_ = 0;
-  AppendHit(iCands(1), 1);
+  CommitHits();
   qOK = true;
 }
 
@@ -262,22 +263,21 @@ void mxDataStore::SearchCreatePointers(bool& qOK, int32_t iStart, bool qForward)
       }
       nCapacity = static_cast<int32_t>(nSum);
     }
-    iSearchPointers_.ReDim(1, 2, 1, nCapacity);
+    StartHits(nCapacity);
 
     if (qOnly) {
       SearchOriginTypeOnly(iCands, nCands, qOK);
       return;
     }
-    nSearchPointers_ = 0;
     Array<int32_t> iWork, iScratch;
     Array<std::string> zWork;
     int32_t nWork = 0;
     ColumnCriteria(iSearchAttributes_, zSearchValues_, nSearchAttributes_, false, iWork, zWork, nWork);
     for (int32_t k = 1; k <= nCands; ++k) {
       SearchColumnsOf(iCands(k), iWork, zWork, nWork, iStart, qForward, SearchExitAfter1_, iScratch);
-      if (SearchExitAfter1_ && nSearchPointers_ >= 1) break;
+      if (SearchExitAfter1_ && HitCount() >= 1) break;
     }
-    CutSearchTable(nCapacity);
+    CommitHits();
     qOK = true;
   });
 }
@@ -305,13 +305,12 @@ void mxDataStore::SearchCreatePointersEx(bool& qOK, int32_t iStart, bool qForwar
     } else if (MultiSetSearch_) {
       nCapacity = std::max(nCands, 1);
     }
-    iSearchPointers_.ReDim(1, 2, 1, nCapacity);
+    StartHits(nCapacity);
 
     if (qOnly) {
       SearchOriginTypeOnly(iCands, nCands, qOK);
       return;
     }
-    nSearchPointers_ = 0;
     Array<int32_t> iWork, iScratch;
     Array<std::string> zWork;
     int32_t nWork = 0;
@@ -326,11 +325,11 @@ void mxDataStore::SearchCreatePointersEx(bool& qOK, int32_t iStart, bool qForwar
       for (int32_t k = nCands; k >= iSetStart + 1; --k) places.push_back(k);
     }
     for (int32_t k : places) {
-      const int32_t nBefore = nSearchPointers_;
+      const int32_t nBefore = HitCount();
       SearchColumnsOf(iCands(k), iWork, zWork, nWork, iStart, qForward, SearchExitAfter1_, iScratch);
-      if (SearchExitAfter1_ && nSearchPointers_ > nBefore && !MultiSetSearch_) break;
+      if (SearchExitAfter1_ && HitCount() > nBefore && !MultiSetSearch_) break;
     }
-    CutSearchTable(nCapacity);
+    CommitHits();
     qOK = true;
   });
 }
@@ -354,8 +353,7 @@ void mxDataStore::SearchDataSetCreatePointers(bool& qOK, int32_t iStart, bool /*
       for (int32_t k = 1; k <= nCands; ++k) iCands(k) = k;
     }
     const int32_t nCapacity = SearchExitAfter1_ ? 1 : nCands;
-    iSearchPointers_.ReDim(1, 2, 1, nCapacity);
-    nSearchPointers_ = 0;
+    StartHits(nCapacity);
     Array<std::string> zWanted(1, nSearchAttributes_);
     for (int32_t k = 1; k <= nSearchAttributes_; ++k) zWanted(k) = StringTools::Upper(zSearchValues_(k));
     // Always forward, from iStart and round.
@@ -372,7 +370,7 @@ void mxDataStore::SearchDataSetCreatePointers(bool& qOK, int32_t iStart, bool /*
       AppendHit(pos, 0);
       if (SearchExitAfter1_) break;
     }
-    CutSearchTable(nCapacity);
+    CommitHits();
     qOK = true;
   });
 }
