@@ -28,6 +28,7 @@
 namespace vndata {
 
 class mxAutomaticDQ;
+class mxDataStore;
 class mxNotifyData;
 struct mxDataSetPrivateAccess;
 
@@ -578,6 +579,8 @@ class mxDataSet {
   // made like another.
   bool GetClassVarsFromAttributes(Array<Variant>& vAttributes);
   friend struct mxDataSetPrivateAccess;
+  // The store offers it to the host by position (DSGetClassVarsFromAttributes).
+  friend class mxDataStore;
 
   // Attribute internals.
   ByteStore* Pool(int32_t iAttribute) const;

@@ -21,8 +21,10 @@
 
 #include "vndata/dataset/mx_data_set.h"
 #include "vndata/platform/arrays.h"
+#include "vndata/platform/date.h"
 #include "vndata/platform/host_services.h"
 #include "vndata/platform/runtime_fault.h"
+#include "vndata/platform/variant.h"
 #include "vndata/store/mx_notify_data.h"
 
 namespace vndata {
@@ -248,6 +250,212 @@ class mxDataStore {
   // The same for operations with no result.
   template <class Call>
   void ForwardVoid(std::string_view zTag, int32_t iDataSet, Call&& call);
+
+  // ==== Per-data-set family ===================================================
+  // The data set's operations offered again with the position first, declared
+  // in slot order (vndata/store/store_family.h numbers the slots and marks
+  // those still waiting for their piece). Each validates the position with
+  // ValidDataSet and gives the declared default silently on a bad one: false,
+  // 0, the empty text, or outputs left as they were. Reads named DS plus a
+  // property (DSOrigin, DSUnits, ...) give the value through the reference
+  // and report the position through the result; a setter with nothing to
+  // report returns true once it reached the data set; an operation with a
+  // qOK reports through it. Members of the registry (GetDataSet, SetItem,
+  // ValidDataSet, ...) keep their places in the slot list from the sections
+  // above.
+
+  // 2..39: indexed properties.
+  int32_t get_UnitDataSource(int32_t iDataSet);
+  void let_UnitDataSource(int32_t iDataSet, int32_t iUnitDataSource);
+  bool get_DSDeleteAfterFetch(int32_t iDataSet);
+  void let_DSDeleteAfterFetch(int32_t iDataSet, bool qDeleteAfterFetch);
+  double get_DSNullValue(int32_t iDataSet);
+  bool get_Child(int32_t iDataSet);
+  std::string get_CaseName(int32_t iDataSet);
+  std::string get_DataRootPath(int32_t iDataSet);
+  std::string get_DateStamp(int32_t iDataSet);
+  void let_DateStamp(int32_t iDataSet, const std::string& zDateStamp);
+  std::string get_FileName(int32_t iDataSet);
+  int32_t get_FileType(int32_t iDataSet);
+  bool get_Formatted(int32_t iDataSet);
+  std::string get_GroupName(int32_t iDataSet);
+  int32_t get_iEnd(int32_t iDataSet);
+  int32_t get_Index(int32_t iDataSet);
+  void let_Index(int32_t iDataSet, int32_t iIndex);
+  bool get_Initialised(int32_t iDataSet);
+  bool get_IsDirty(int32_t iDataSet);
+  void let_IsDirty(int32_t iDataSet, bool qIsDirty);
+  int32_t get_iStart(int32_t iDataSet);
+  int32_t get_MaxRows(int32_t iDataSet);
+  bool get_NoRestart(int32_t iDataSet);
+  void let_NoRestart(int32_t iDataSet, bool qNoRestart);
+  bool get_NoInactive(int32_t iDataSet);
+  int32_t get_NumCols(int32_t iDataSet);
+  int32_t get_NumMarkers(int32_t iDataSet);
+  std::string get_UCaseOrigin(int32_t iDataSet);
+  std::string get_Origin(int32_t iDataSet);
+  std::string get_SourceType(int32_t iDataSet);
+  bool get_Unified(int32_t iDataSet);
+  int32_t get_Units(int32_t iDataSet);
+  std::string get_GetDataClass(int32_t iDataSet);
+  bool get_DSHysteresis(int32_t iDataSet);
+  bool get_DSEndPointScaling(int32_t iDataSet);
+  bool get_DSDirEndPointScaling(int32_t iDataSet);
+  bool get_DSRevEndPointScaling(int32_t iDataSet);
+  bool get_DSAltEndPointScaling(int32_t iDataSet);
+  int32_t get_DSIPHASE(int32_t iDataSet);
+  std::string get_DSSimulator(int32_t iDataSet);
+  bool get_DSIgnoreInGRF(int32_t iDataSet);
+
+  // 44..92: identity reads and writes, extraction, values, attributes,
+  // limits, tree paths.
+  bool DSDataIndex(int32_t iDataSet, int32_t& iIndex);
+  bool DSSetDateStamp(int32_t iDataSet, const std::string& zDateStamp);
+  bool DSDateStamp(int32_t iDataSet, std::string& zDateStamp);
+  void DSbExtractData(int32_t iDataSet, Array2<float>& arr2d, Array2<uint8_t>& bHeaders, bool& qOK);
+  void DSbExtract2dArrays(int32_t iDataSet, Array2<float>& arr2d, Array2<uint8_t>& bHeaders,
+                          bool& qOK);
+  bool DSExtract2dArrays(int32_t iDataSet, Array2<float>& arr2d, Array<std::string>& attrib2d);
+  // The older name of DSbExtractHeaders.
+  void DSExtractbHeaders(int32_t iDataSet, Array2<uint8_t>& bHeaders, bool& qOK);
+  bool DSFileType(int32_t iDataSet, int32_t& iFileType);
+  bool DSGetAttributes(int32_t iDataSet, int32_t ThisCol, Array<std::string>& Attributes);
+  void DSGetByteStoreArray(int32_t iDataSet, AttributePools& xStore, bool& qOK);
+  void DSSetByteStore(int32_t iDataSet, int32_t iAtt, const std::shared_ptr<ByteStore>& xStore,
+                      bool& qOK);
+  void DSGetByteStore(int32_t iDataSet, int32_t iAtt, std::shared_ptr<ByteStore>& xStore, bool& qOK);
+  void DSSetByteStoreArray(int32_t iDataSet, const AttributePools& xStore, bool& qOK);
+  int32_t DSGetDefaultX(int32_t iDataSet);
+  bool DSSetDefaultX(int32_t iDataSet, int32_t iDefaultX);
+  // The column's "VARIABLE".
+  std::string DSGetColumnVariable(int32_t iDataSet, int32_t iColumn);
+  bool DSGetValues(int32_t iDataSet, int32_t ThisCol, Array<float>& ThisColumnValues);
+  bool DSGetValue(int32_t iDataSet, int32_t Row, int32_t Column, float& dVal);
+  std::string DSGetzOnly(int32_t iDataSet);
+  bool DSGroupName(int32_t iDataSet, std::string& zGroupName);
+  bool DSGetColMinMax(int32_t iDataSet, int32_t ThisCol, float& dMinVal, float& dMaxVal,
+                      bool qReCalc = false);
+  bool DSSetColMinMax(int32_t iDataSet, int32_t ThisCol, float dMinVal, float dMaxVal);
+  bool DSOrigin(int32_t iDataSet, std::string& zOrigin);
+  bool DSSetFileType(int32_t iDataSet, int32_t iFileType);
+  // The column's path (attribute id 1).
+  std::string DSGetTreeViewPath(int32_t iDataSet, int32_t iColumn);
+  bool DSMakeTreeViewPath(int32_t iDataSet, int32_t Index, std::string& zTreeViewPath);
+  // Makes the column's kept path lengths those of its absolute path:
+  // DataRootPath, GroupName and the column's path joined by `\`. True when
+  // the lengths now kept are that path's.
+  bool DSUpdateTreeViewPath(int32_t iDataSet, int32_t iColumn);
+  bool DSSetTreeViewPath(int32_t iDataSet, int32_t Index, const std::string& zTreeViewPath);
+  bool DSSetUnits(int32_t iDataSet, int32_t iUnits);
+  bool DSSetValue(int32_t iDataSet, int32_t Row, int32_t Column, float dVal);
+  void DSSetValues(int32_t iDataSet, int32_t Index, const Array<float>& sVals, bool& qOK);
+  bool DSSetZOnly(int32_t iDataSet, const std::string& zOnly);
+  bool DSSourceType(int32_t iDataSet, std::string& zSourceType);
+  // The column's key under the data set's DataRootUnique.
+  bool DSTreeViewPath(int32_t iDataSet, int32_t iColumn, std::string& zTreeViewPath);
+  bool DSTVGroupName(int32_t iDataSet, std::string& zTVGroupName);
+  bool DSSetIsDirty(int32_t iDataSet, bool qIsDirty);
+  bool DSGetIsDirty(int32_t iDataSet);
+  bool DSUnits(int32_t iDataSet, int32_t& iUnits);
+  bool DSSetUnitSource(int32_t iDataSet, const std::string& zUnitSource);
+  bool DSSetUnitCurrent(int32_t iDataSet, const std::string& zUnitCurrent);
+  bool DSSetUnitDataSource(int32_t iDataSet, int32_t iUnitDataSource);
+  int32_t DSGetUnitDataSource(int32_t iDataSet);
+  std::string DSGetUnitSource(int32_t iDataSet);
+  std::string DSGetUnitCurrent(int32_t iDataSet);
+
+  // 94..97: reads with the value as result.
+  // The store's own numbering: 1 Origin, 3 SourceType, 4 DateStamp, 10 Index
+  // (as text), 14 GroupName; every other id gives "".
+  std::string GetDataSetAttribute(int32_t iDataSet, int32_t iAttribute);
+  std::string GetDataRootPath(int32_t iDataSet);
+  std::string GetDataSetDate(int32_t iDataSet);
+  std::string GetFileName(int32_t iDataSet);
+
+  // 107..108
+  std::string get_LGRName(int32_t iDataSet);
+  bool get_AllData(int32_t iDataSet);
+
+  // 115..153
+  bool DSGetAttribute(int32_t iDataSet, int32_t Index, int32_t iType, std::string& zAttribute);
+  bool DSSetAttribute(int32_t iDataSet, int32_t iAttribute, const std::string& zValue);
+  // The name filter of a partial load as its 56-byte records, with its flag.
+  bool DSGetOnlyList(int32_t iDataSet, Array2<uint8_t>& bOnly, bool& qOnly);
+  bool DSSetOnlyList(int32_t iDataSet, const Array2<uint8_t>& bOnly, bool qOnly);
+  std::string get_UniqueKey(int32_t iDataSet);
+  bool get_DualPorosity(int32_t iDataSet);
+  int32_t DSGetUseNulls(int32_t iDataSet);
+  bool DSSetUseNulls(int32_t iDataSet, int32_t iUseNullVal);
+  double DSGetNullValue(int32_t iDataSet);
+  bool DSSetNullValue(int32_t iDataSet, double dNullValue);
+  bool DSGetPerforationsSet(int32_t iDataSet);
+  bool DSGetPerforations(int32_t iDataSet);
+  double DSGetReaderNullValue(int32_t iDataSet);
+  bool DSSetReaderNullValue(int32_t iDataSet, double dReaderNullValue);
+  bool DSGetReaderSetNull(int32_t iDataSet);
+  bool DSSetReaderSetNull(int32_t iDataSet, bool qReaderSetNull);
+  bool DSDataClass(int32_t iDataSet, std::string& zDataClass);
+  bool DSTableName(int32_t iDataSet, std::string& zTableName);
+  bool get_qSelectionOnly(int32_t iDataSet);
+  void let_qSelectionOnly(int32_t iDataSet, bool qSelectionOnly);
+  int32_t get_DataSetDerivedFrom(int32_t iDataSet);
+  void let_DataSetDerivedFrom(int32_t iDataSet, int32_t iDataSetDerivedFrom);
+  void DSInitialiseFrom2D(int32_t iDataSet, const Array2<float>& dArray,
+                          const Array<std::string>& zHeaders, bool& qOK);
+
+  // 156..193
+  std::string DSGetObsName(int32_t iDataSet);
+  // The data set's description array (66 slots), as a reader would fill it.
+  bool DSGetClassVarsFromAttributes(int32_t iDataSet, Array<Variant>& vAttributes);
+  bool DSbGetAttributes(int32_t iDataSet, int32_t ThisCol, Array<uint8_t>& bAttributes);
+  bool DSGetRowValues(int32_t iDataSet, int32_t iRow, Array<float>& sVals);
+  // AppendColumnToDataSet for each column k of dVals, with the attribute
+  // texts zAttributes(1..14, k); each column's ORIGIN is overwritten with
+  // the data set's Origin. qOK is true when every column was appended.
+  void AppendColumnsToDataSet(int32_t iDataSet, const Array2<float>& dVals,
+                              Array2<std::string>& zAttributes, bool& qOK,
+                              int32_t iCreationType = 0);
+  // Gives every column the creation type.
+  bool DSSetAllCreationTypes(int32_t iDataSet, int16_t iCreationType);
+  int16_t DSGetCreationType(int32_t iDataSet, int32_t iColumn);
+  bool DSSetCreationType(int32_t iDataSet, int32_t iColumn, int16_t iCreationType);
+  int32_t DSGetReadPosition(int32_t iDataSet);
+  bool DSSetReadPosition(int32_t iDataSet, int32_t iPos);
+  float DSGetTimeInDays(int32_t iDataSet);
+  int32_t get_CreationMethod(int32_t iDataSet);
+  void let_CreationMethod(int32_t iDataSet, int32_t iCreationMethod);
+  void DSbExtractHeaders(int32_t iDataSet, Array2<uint8_t>& bHeaders, bool& qOK);
+  // The header records as texts.
+  void DSExtractDataHeaders(int32_t iDataSet, Array<std::string>& zHeaders, bool& qOK);
+  void DSbInitialiseFrom2D(int32_t iDataSet, Array2<float>& dArray, const Array2<uint8_t>& bHeaders,
+                           bool& qOK);
+  bool DSSetAccRates(int32_t iDataSet, int32_t iAccRates);
+  bool DSSetAccumulate(int32_t iDataSet, bool qAccumulate);
+  bool DSGetAccumulate(int32_t iDataSet);
+  int32_t DSGetAccRates(int32_t iDataSet);
+  bool DSSetAccFrequency(int32_t iDataSet, int32_t iAccFrequency);
+  int32_t DSGetAccFrequency(int32_t iDataSet);
+  bool DSSetAccInterval(int32_t iDataSet, const std::string& zAccInterval);
+  std::string DSGetAccInterval(int32_t iDataSet);
+  bool DSSetAccSimDate(int32_t iDataSet, Date dAccSimDate);
+  Date DSGetAccSimDate(int32_t iDataSet);
+  bool DSSetAccAccDate(int32_t iDataSet, Date dAccAccDate);
+  Date DSGetAccAccDate(int32_t iDataSet);
+  void DSExtractDataArrays(int32_t iDataSet, Array2<float>& arr2d, Array<std::string>& zAttrib2d,
+                           bool& qOK);
+  std::string DSGetSimCase(int32_t iDataSet);
+  // Writes DateStamp, as let DateStamp does.
+  bool SetDataSetDate(int32_t iDataSet, const std::string& zDateStamp);
+  bool GetNxNyNz(int32_t iDataSet, int32_t& nx, int32_t& ny, int32_t& nz);
+
+  // 194..198, 227
+  Array<int32_t> get_INITA2N(int32_t iDataSet);
+  int32_t get_NumRows(int32_t iDataSet);
+  std::intptr_t get_ValuesPtr(int32_t iDataSet, int32_t ThisCol);
+  std::intptr_t get_ValuesRowPtr(int32_t iDataSet, int32_t ThisCol, int32_t ThisRow);
+  int32_t get_NumWells(int32_t iDataSet);
+  bool get_qIsVectorLoaded(int32_t iDataSet, int32_t iVector);
+  void let_qIsVectorLoaded(int32_t iDataSet, int32_t iVector, bool qLoaded);
 
  private:
   // One-based position within 1 .. NextDataSetPos (the spare included).

@@ -203,8 +203,12 @@ void mxDataStore::SetItemFromData(int32_t iDataSet, const Array2<float>& NewXY,
                                   const Array<std::string>& NewHeaders, bool& qOKL) {
   RunGuarded("mxDataStore (Code) (SetItemFromData)", kSpacedWording, [&] {
     std::shared_ptr<mxDataSet> cDataSet;
-    GetItem(iDataSet, cDataSet);
-    if (!cDataSet) RaiseFault(kFaultObjectNotSet);
+    // A bad position is normal traffic for a per-data-set operation: the
+    // flag reports it and nothing is logged.
+    if (!GetItem(iDataSet, cDataSet)) {
+      qOKL = false;
+      return;
+    }
     cDataSet->InitialiseFrom2d(NewXY, NewHeaders, qOKL);
     qOKL = SetItem(iDataSet, cDataSet);
     cDataSet->let_IsDirty(true);
