@@ -492,6 +492,16 @@ const std::map<std::string, Walk>& PresentMembers() {
       {"ValuesRowPtr", [](mxDataStore& s, int32_t p) {
          EXPECT_EQ(s.get_ValuesRowPtr(p, 1, 1), 0);
        }},
+      {"WriteTextFile", [](mxDataStore& s, int32_t p) {
+         s.WriteTextFile(p, "never_written.csv", "OTHER");
+         EXPECT_EQ(s.get_FileName(1), "");
+         EXPECT_EQ(s.get_Origin(1), "CASE");
+       }},
+      {"DSGetTextFileProperty", [](mxDataStore& s, int32_t p) {
+         Variant v(std::string("kept"));
+         EXPECT_FALSE(s.DSGetTextFileProperty(p, "NAME", v));
+         EXPECT_EQ(v.ToText(), "kept");
+       }},
       {"qIsVectorLoaded", [](mxDataStore& s, int32_t p) {
          EXPECT_FALSE(s.get_qIsVectorLoaded(p, 1));
          s.let_qIsVectorLoaded(p, 1, true);

@@ -523,6 +523,23 @@ class mxDataSet {
   void Extract2dArrays(Array2<float>& arr2d, Array<std::string>& attrib2d);
   bool bGetAttributes(int32_t ThisCol, Array<uint8_t>& bAttributes);
 
+  // ======== Text export ===================================================================
+  // Asks whether to write the extended layout ("[MXINFO]", "[HEADERS]",
+  // "[DATA]") and writes the file named by zAlternativeFile, or by FileName
+  // when that is empty, as comma-separated text with CR LF line ends. The
+  // plain layout stops silently on a data set that is not initialised, has no
+  // rows or no columns, or on an empty name. A file that cannot be written
+  // logs the trace line and leaves the data set as it was; otherwise the
+  // host is told the file was saved and IsDirty is cleared.
+  void WriteAsCSV(const std::string& zAlternativeFile = std::string());
+  // One of the text reader's settings as text in vData: "DATA", "DATEFORMAT",
+  // "FIXEDLENGTH", "INDEX", "LGR", "NAME", "UNIT", "VERBOSE", "WELL" in any
+  // case; another name leaves vData alone.
+  void GetTextFileProperty(const std::string& zProperty, Variant& vData) const;
+  // A diagnostic hook: reads the data set's main properties and does nothing
+  // with them.
+  void DEBUGPRINT() const;
+
   // ======== Memory squeeze ==============================================================
   // Fills a buffer from dArray by way of the scratch file when memory is too
   // fragmented for a second copy to stand beside the first.
@@ -617,6 +634,11 @@ class mxDataSet {
   bool InitialiseColumnLimitsCore();  // false when the host cancelled
   bool LimitsOfColumns(int32_t iFirst, int32_t iLast);
   void VectorMinMaxCore(const float* s, int64_t n, float& dMin, float& dMax) const;
+
+  // Text export internals.
+  void WriteAsCSVExt(const std::string& zFile);
+  // Writes the file in one of the two layouts and tells the host.
+  void WriteCSVFile(const std::string& zFile, bool qExtended);
 
   // Memory squeeze internals.
   void copySingleData(Array2<float>& dArray, DATABUFFER& buf, bool& qOK);

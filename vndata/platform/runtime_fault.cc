@@ -15,6 +15,9 @@ std::string FaultDescription(int32_t number) {
     case kFaultDivisionByZero: return "Division by zero";
     case kFaultTypeMismatch: return "Type mismatch";
     case kFaultFileNotFound: return "File not found";
+    case kFaultDeviceIO: return "Device I/O error";
+    case kFaultPathFileAccess: return "Path/File access error";
+    case kFaultPathNotFound: return "Path not found";
     case kFaultObjectNotSet: return "Object variable or With block variable not set";
     case kFaultInvalidNull: return "Invalid use of Null";
     default: return "Application-defined or object-defined error";

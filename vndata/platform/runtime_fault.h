@@ -23,6 +23,9 @@ enum FaultNumber : int32_t {
   kFaultDivisionByZero = 11,  // "Division by zero"
   kFaultTypeMismatch = 13,    // "Type mismatch"
   kFaultFileNotFound = 53,    // "File not found"
+  kFaultDeviceIO = 57,        // "Device I/O error"
+  kFaultPathFileAccess = 75,  // "Path/File access error"
+  kFaultPathNotFound = 76,    // "Path not found"
   kFaultObjectNotSet = 91,    // "Object variable or With block variable not set"
   kFaultInvalidNull = 94,     // "Invalid use of Null"
 };

@@ -372,6 +372,13 @@ class mxDataStore {
   std::string GetDataSetDate(int32_t iDataSet);
   std::string GetFileName(int32_t iDataSet);
 
+  // 106: with a file name and a valid position, makes zFilename the data
+  // set's FileName and writes the data set there (WriteAsCSV, which asks for
+  // the layout). A non-empty zOrigin first renames the data set and its
+  // columns' ORIGIN.
+  void WriteTextFile(int32_t iDataSet, const std::string& zFilename,
+                     const std::string& zOrigin = std::string());
+
   // 107..108
   std::string get_LGRName(int32_t iDataSet);
   bool get_AllData(int32_t iDataSet);
@@ -443,6 +450,9 @@ class mxDataStore {
   Date DSGetAccAccDate(int32_t iDataSet);
   void DSExtractDataArrays(int32_t iDataSet, Array2<float>& arr2d, Array<std::string>& zAttrib2d,
                            bool& qOK);
+  // One of the text reader's settings as text (the name in any case); true
+  // once the position is valid, an unknown name leaving vData alone.
+  bool DSGetTextFileProperty(int32_t iDataSet, const std::string& zProperty, Variant& vData);
   std::string DSGetSimCase(int32_t iDataSet);
   // Writes DateStamp, as let DateStamp does.
   bool SetDataSetDate(int32_t iDataSet, const std::string& zDateStamp);
@@ -456,6 +466,13 @@ class mxDataStore {
   int32_t get_NumWells(int32_t iDataSet);
   bool get_qIsVectorLoaded(int32_t iDataSet, int32_t iVector);
   void let_qIsVectorLoaded(int32_t iDataSet, int32_t iVector, bool qLoaded);
+
+  // ---- Text export of the whole store
+  // When the store holds something (IsModified), offers each data set in
+  // turn to the host's save dialog ("Save File", its base name and ".csv",
+  // filter "*.csv") and writes it with WriteTextFile; an empty answer ends
+  // the dump, the files already written staying.
+  void DumpDataStoreToTextFiles();
 
  private:
   // One-based position within 1 .. NextDataSetPos (the spare included).

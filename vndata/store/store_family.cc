@@ -110,7 +110,7 @@ const std::array<FamilyMember, kFamilySize>& StoreFamily() {
     {103, "SetDSFileName", FamilyKind::kOperation, FamilyPiece::kPresent},
     {104, "SetItem", FamilyKind::kOperation, FamilyPiece::kPresent},
     {105, "SetItemFromData", FamilyKind::kOperation, FamilyPiece::kPresent},
-    {106, "WriteTextFile", FamilyKind::kOperation, FamilyPiece::kTextExport},
+    {106, "WriteTextFile", FamilyKind::kOperation, FamilyPiece::kPresent},
     {107, "LGRName", FamilyKind::kGet, FamilyPiece::kPresent},
     {108, "AllData", FamilyKind::kGet, FamilyPiece::kPresent},
     {109, "GetUniqueMembersOfClass", FamilyKind::kOperation, FamilyPiece::kQueries},
@@ -194,7 +194,7 @@ const std::array<FamilyMember, kFamilySize>& StoreFamily() {
     {187, "DSSetAccAccDate", FamilyKind::kOperation, FamilyPiece::kPresent},
     {188, "DSGetAccAccDate", FamilyKind::kOperation, FamilyPiece::kPresent},
     {189, "DSExtractDataArrays", FamilyKind::kOperation, FamilyPiece::kPresent},
-    {190, "DSGetTextFileProperty", FamilyKind::kOperation, FamilyPiece::kTextExport},
+    {190, "DSGetTextFileProperty", FamilyKind::kOperation, FamilyPiece::kPresent},
     {191, "DSGetSimCase", FamilyKind::kOperation, FamilyPiece::kPresent},
     {192, "SetDataSetDate", FamilyKind::kOperation, FamilyPiece::kPresent},
     {193, "GetNxNyNz", FamilyKind::kOperation, FamilyPiece::kPresent},
@@ -260,7 +260,6 @@ std::string_view FamilyKindText(FamilyKind kind) {
 std::string_view FamilyPieceText(FamilyPiece piece) {
   switch (piece) {
     case FamilyPiece::kPresent: return "present";
-    case FamilyPiece::kTextExport: return "waits for text export";
     case FamilyPiece::kQueries: return "waits for column queries, origin resolution and search";
     case FamilyPiece::kMarkers: return "waits for markers and wells";
     case FamilyPiece::kFilesAndWellLists: return "waits for files and well lists";
