@@ -291,5 +291,108 @@ TEST_F(FacadeTest, SetItemFromDataRebuildsTheDataSetInPlace) {
   EXPECT_TRUE(store.get_OverWrittenDataSet());
 }
 
+// Array data sets: one row per cell, a few variables, one data set per
+// report time.
+class CellHistoryTest : public StoreTest {
+ protected:
+  static std::shared_ptr<mxDataSet> ArrayDataSet(const std::string& zOrigin, float sTime,
+                                                 std::initializer_list<const char*> variables,
+                                                 float base, int32_t iFileType = 11,
+                                                 const std::string& zLGR = "") {
+    auto ds = std::make_shared<mxDataSet>();
+    ds->let_Origin(zOrigin);
+    ds->let_GroupName("SOLUTION");
+    ds->let_FileType(iFileType);
+    ds->let_LGRName(zLGR);
+    ds->let_TimeInDays(sTime);
+    ds->let_DateStamp(std::to_string(sTime));
+    std::vector<testutil::Attrs> cols;
+    for (const char* v : variables)
+      cols.push_back({{ATT_ORIGIN, zOrigin}, {ATT_TYPE, "SOLUTION"}, {ATT_CLASS, "CELL"},
+                      {ATT_VARIABLE, v}});
+    const int32_t nCols = static_cast<int32_t>(cols.size());
+    Array2<float> values = testutil::Block(4, nCols, [base](int32_t i, int32_t j) {
+      return base + static_cast<float>(10 * j + i);
+    });
+    bool qOK = false;
+    ds->bInitialiseFrom2d(values, testutil::Headers(cols), qOK);
+    EXPECT_TRUE(qOK);
+    return ds;
+  }
+};
+
+TEST_F(CellHistoryTest, OneArrayDataSetWithoutATimeGivesNoPoint) {
+  store.AddItem(ArrayDataSet("CASE", -999.0f, {"PRESSURE"}, 0.f));
+  Array<float> x, y;
+  bool qOK = true;
+  store.DSArrays(2, 1, 1, x, y, qOK);
+  EXPECT_FALSE(qOK);
+  EXPECT_TRUE(MessageLog::Shared().Lines().empty());
+}
+
+TEST_F(CellHistoryTest, PointsComeFromTheDataSetsOfTheSameSourceInOrder) {
+  store.let_CheckDataSetNames(false);
+  store.AddItem(ArrayDataSet("CASE", 0.f, {"PRESSURE", "SWAT"}, 100.f));
+  store.AddItem(ArrayDataSet("OTHER", 10.f, {"PRESSURE"}, 900.f));
+  store.AddItem(ArrayDataSet("CASE", 30.f, {"SWAT", "PRESSURE"}, 200.f));
+  store.AddItem(ArrayDataSet("CASE", -999.f, {"PRESSURE"}, 300.f));
+  store.AddItem(ArrayDataSet("CASE", 60.f, {"SGAS"}, 400.f));
+  store.AddItem(ArrayDataSet("CASE", 70.f, {"PRESSURE"}, 500.f, 12));
+  store.AddItem(ArrayDataSet("CASE", 80.f, {"PRESSURE"}, 600.f, 11, "LGR1"));
+  store.AddItem(ArrayDataSet("CASE", 90.f, {"pressure"}, 700.f));
+  ASSERT_EQ(store.get_NumberOfDataSets(), 8);
+  Array<float> x, y;
+  bool qOK = false;
+  // Row 3 of PRESSURE, asked through data set 3 (where it is column 2).
+  store.DSArrays(3, 3, 2, x, y, qOK);
+  ASSERT_TRUE(qOK);
+  ASSERT_EQ(x.UBound(), 3);
+  ASSERT_EQ(y.UBound(), 3);
+  EXPECT_EQ(x(1), 0.f);
+  EXPECT_EQ(y(1), 113.f);  // data set 1, column 1
+  EXPECT_EQ(x(2), 30.f);
+  EXPECT_EQ(y(2), 223.f);  // data set 3, column 2
+  EXPECT_EQ(x(3), 90.f);
+  EXPECT_EQ(y(3), 713.f);  // the variable is found in any case
+  std::shared_ptr<mxDataSet> d;
+  store.GetDataSet(1, d);
+  EXPECT_TRUE(d->get_DeleteAfterFetch());
+  store.GetDataSet(4, d);
+  EXPECT_TRUE(d->get_DeleteAfterFetch());  // asked, though its time is unset
+  store.GetDataSet(2, d);
+  EXPECT_FALSE(d->get_DeleteAfterFetch());
+  store.GetDataSet(5, d);
+  EXPECT_FALSE(d->get_DeleteAfterFetch());
+  EXPECT_TRUE(MessageLog::Shared().Lines().empty());
+}
+
+TEST_F(CellHistoryTest, ARowBeyondTheTableGivesNoPoint) {
+  store.AddItem(ArrayDataSet("CASE", 5.f, {"PRESSURE"}, 0.f));
+  Array<float> x, y;
+  bool qOK = true;
+  store.DSArrays(9, 1, 1, x, y, qOK);
+  EXPECT_FALSE(qOK);
+}
+
+TEST_F(FacadeTest, QueriesOfOneDataSet) {
+  EXPECT_EQ(store.DSIndexFromVariable(1, "wwct"), 2);
+  EXPECT_EQ(store.DSIndexFromVariable(1, "NONE"), 0);
+  Array<std::string> members;
+  int32_t n = 0;
+  bool qOK = false;
+  store.GetUniqueMembersOfClass(1, "wells", members, n, qOK);
+  EXPECT_TRUE(qOK);
+  ASSERT_EQ(n, 1);
+  EXPECT_EQ(members(1), "P1");
+  EXPECT_EQ(store.DSGetDataSetAttribute(1, 1), ds->GetDataSetAttribute(1));
+  EXPECT_EQ(store.DSGetDataSetAttribute(1, 1), "CASE");
+  EXPECT_TRUE(store.DSCompareDataSetAttribute(1, 1, "case", false));
+  EXPECT_FALSE(store.DSCompareDataSetAttribute(1, 1, "case", true));
+  int32_t iStart = 0, iEnd = 0;
+  EXPECT_FALSE(store.DSGetIndexRange(1, "WELLS", "NOSUCH", iStart, iEnd));
+  EXPECT_EQ(iStart, 1);
+  EXPECT_EQ(iEnd, 3);
+}
+
 }  // namespace
 }  // namespace vndata

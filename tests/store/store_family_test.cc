@@ -502,6 +502,106 @@ const std::map<std::string, Walk>& PresentMembers() {
          EXPECT_FALSE(s.DSGetTextFileProperty(p, "NAME", v));
          EXPECT_EQ(v.ToText(), "kept");
        }},
+      // ---- Queries, lookups and the search
+      {"DSIndexFromVariable", [](mxDataStore& s, int32_t p) {
+         EXPECT_EQ(s.DSIndexFromVariable(p, "WOPR"), 0);
+       }},
+      {"GetUniqueMembersOfClass", [](mxDataStore& s, int32_t p) {
+         Array<std::string> members{"kept"};
+         int32_t n = 5;
+         bool qOK = true;
+         s.GetUniqueMembersOfClass(p, "WELLS", members, n, qOK);
+         EXPECT_EQ(n, 5);
+         EXPECT_TRUE(qOK);
+         EXPECT_EQ(members.UBound(), 1);
+       }},
+      {"DSGetDataSetAttribute", [](mxDataStore& s, int32_t p) {
+         EXPECT_EQ(s.DSGetDataSetAttribute(p, 1), "");
+       }},
+      {"DSCompareDataSetAttribute", [](mxDataStore& s, int32_t p) {
+         EXPECT_FALSE(s.DSCompareDataSetAttribute(p, 1, "CASE", false));
+       }},
+      {"DSGetIndexRange", [](mxDataStore& s, int32_t p) {
+         int32_t i1 = 7, i2 = 8;
+         EXPECT_FALSE(s.DSGetIndexRange(p, "WELLS", "P1", i1, i2));
+         EXPECT_EQ(i1, 7);
+         EXPECT_EQ(i2, 8);
+       }},
+      {"GetAllWells", [](mxDataStore& s, int32_t p) {
+         Array<std::string> wells{"kept"};
+         int32_t n = 5;
+         bool qOK = true;
+         s.GetAllWells(p, wells, n, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(n, 5);
+         EXPECT_EQ(wells(1), "kept");
+       }},
+      {"GetUniquePath", [](mxDataStore& s, int32_t p) { EXPECT_EQ(s.GetUniquePath(p, 1), ""); }},
+      {"GetVectorSize", [](mxDataStore& s, int32_t p) { EXPECT_EQ(s.GetVectorSize(p), 0); }},
+      {"DSGetValuesFromName", [](mxDataStore& s, int32_t p) {
+         Array<float> v{9.f};
+         EXPECT_FALSE(s.DSGetValuesFromName(p, "WOPR", v, true));
+         EXPECT_EQ(v(1), 9.f);
+       }},
+      {"SearchaDataSet", [](mxDataStore& s, int32_t p) {
+         Array<int32_t> hits{4};
+         int32_t n = 3;
+         bool qOK = true;
+         s.SearchaDataSet(p, hits, n, qOK, "WOPR");
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(n, 0);
+       }},
+      {"SearchForDataSetVariables", [](mxDataStore& s, int32_t p) {
+         Array<int32_t> hits{4};
+         bool qOK = true;
+         s.SearchForDataSetVariables(p, "WOPR", "", hits, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(hits(1), 4);
+       }},
+      {"SearchForDataSetVariablePointers", [](mxDataStore& s, int32_t p) {
+         Array<std::intptr_t> ptrs{4};
+         bool qOK = true;
+         s.SearchForDataSetVariablePointers(p, "WOPR", "", ptrs, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(ptrs(1), 4);
+       }},
+      // The members of the search that take no position: called so that
+      // they find nothing, they give their miss values.
+      {"Search", [](mxDataStore& s, int32_t) {
+         int32_t iDataSet = 9, iColumn = 9;
+         bool qOK = false;
+         s.Search(iDataSet, iColumn, qOK);
+         EXPECT_EQ(iDataSet, -1);
+         EXPECT_EQ(iColumn, -1);
+         EXPECT_TRUE(qOK);
+         s.SearchClear();
+       }},
+      {"SearchDataSets", [](mxDataStore& s, int32_t p) {
+         bool qOK = false;
+         s.SearchDataSets(Array<int32_t>{p}, qOK);
+         EXPECT_TRUE(qOK);
+         s.SearchClear();
+       }},
+      {"SearchPointersDS", [](mxDataStore& s, int32_t) {
+         s.SearchClear();
+         Array<int32_t> sets{4};
+         int32_t n = 3;
+         bool qOK = false;
+         s.SearchPointersDS(sets, n, qOK);
+         EXPECT_TRUE(qOK);
+         EXPECT_EQ(n, 0);
+         EXPECT_EQ(sets(1), 4);
+       }},
+      {"SearchType", [](mxDataStore& s, int32_t p) {
+         s.SearchClear();
+         Array<int32_t> list{p};
+         int32_t n = 1;
+         bool qMatch = true, qOK = false;
+         s.SearchType(list, n, qMatch, qOK);
+         EXPECT_TRUE(qOK);
+         EXPECT_FALSE(qMatch);
+         EXPECT_EQ(n, 1);
+       }},
       {"qIsVectorLoaded", [](mxDataStore& s, int32_t p) {
          EXPECT_FALSE(s.get_qIsVectorLoaded(p, 1));
          s.let_qIsVectorLoaded(p, 1, true);
@@ -580,6 +680,24 @@ TEST_F(StoreFamilyTest, EveryPresentMemberHasACallAndNoOther) {
   }
   for (const auto& [name, walk] : walks)
     EXPECT_EQ(present.count(name), 1u) << name << " is called but not marked present";
+}
+
+TEST_F(StoreFamilyTest, CellHistoryOnABadPositionOrRowIsFalseAndSilent) {
+  store.AddItem(MakeSummary("CASE"));
+  for (int32_t p : {0, -1, 3}) {
+    Array<float> x{1.f}, y{2.f};
+    bool qOK = true;
+    store.DSArrays(1, p, 1, x, y, qOK);
+    EXPECT_FALSE(qOK);
+    EXPECT_EQ(x.UBound(), 1);
+    EXPECT_EQ(y(1), 2.f);
+  }
+  Array<float> x, y;
+  bool qOK = true;
+  store.DSArrays(0, 1, 1, x, y, qOK);
+  EXPECT_FALSE(qOK);
+  EXPECT_FALSE(x.IsAllocated());
+  EXPECT_TRUE(MessageLog::Shared().Lines().empty());
 }
 
 TEST_F(StoreFamilyTest, EveryPresentMemberGivesItsDefaultSilentlyOnABadPosition) {

@@ -333,6 +333,8 @@ class mxDataStore {
   bool DSGetValue(int32_t iDataSet, int32_t Row, int32_t Column, float& dVal);
   std::string DSGetzOnly(int32_t iDataSet);
   bool DSGroupName(int32_t iDataSet, std::string& zGroupName);
+  // The first column whose "VARIABLE" is zVariable (any case), or 0.
+  int32_t DSIndexFromVariable(int32_t iDataSet, const std::string& zVariable);
   bool DSGetColMinMax(int32_t iDataSet, int32_t ThisCol, float& dMinVal, float& dMaxVal,
                       bool qReCalc = false);
   bool DSSetColMinMax(int32_t iDataSet, int32_t ThisCol, float dMinVal, float dMaxVal);
@@ -382,6 +384,16 @@ class mxDataStore {
   // 107..108
   std::string get_LGRName(int32_t iDataSet);
   bool get_AllData(int32_t iDataSet);
+
+  // 109, 113..114: queries of one data set.
+  // Distinct members of the columns of a class, as the data set keeps them.
+  void GetUniqueMembersOfClass(int32_t iDataSet, const std::string& zClass,
+                               Array<std::string>& zMembers, int32_t& nMembers, bool& qOK);
+  // The data set's description by the numbering of the description array
+  // ("Unknown" for a number without an answer; "" for a bad position).
+  std::string DSGetDataSetAttribute(int32_t iDataSet, int32_t iType);
+  bool DSCompareDataSetAttribute(int32_t iDataSet, int32_t iType, const std::string& zValue,
+                                 bool qCaseSensitive);
 
   // 115..153
   bool DSGetAttribute(int32_t iDataSet, int32_t Index, int32_t iType, std::string& zAttribute);
@@ -466,6 +478,20 @@ class mxDataStore {
   int32_t get_NumWells(int32_t iDataSet);
   bool get_qIsVectorLoaded(int32_t iDataSet, int32_t iVector);
   void let_qIsVectorLoaded(int32_t iDataSet, int32_t iVector, bool qLoaded);
+
+  // 235: the rows of an item's active life; false always, as the data set
+  // answers, with the rows in iStart and iEnd.
+  bool DSGetIndexRange(int32_t iDataSet, const std::string& zClass, const std::string& zItem,
+                       int32_t& iStart, int32_t& iEnd);
+
+  // ---- Outside the slot list
+  // The time history of one cell over the array data sets: for each data set
+  // of exactly the same Origin, FileType and LGRName as iDataSet that has the
+  // "VARIABLE" of iColumn, its TimeInDays (when not below 0) and the value of
+  // row iRow. Each such data set is asked to drop fetched columns after the
+  // read. qOK is true with at least one point, the arrays cut to the count.
+  void DSArrays(int32_t iRow, int32_t iDataSet, int32_t iColumn, Array<float>& xARR,
+                Array<float>& yArr, bool& qOK);
 
   // ---- Text export of the whole store
   // When the store holds something (IsModified), offers each data set in

@@ -5,7 +5,7 @@ namespace vndata {
 
 const std::array<FamilyMember, kFamilySize>& StoreFamily() {
   static constexpr std::array<FamilyMember, kFamilySize> kFamily = {{
-    {1, "Search", FamilyKind::kOperation, FamilyPiece::kQueries},
+    {1, "Search", FamilyKind::kOperation, FamilyPiece::kPresent},
     {2, "UnitDataSource", FamilyKind::kGetLet, FamilyPiece::kPresent},
     {3, "DSColumnList", FamilyKind::kGetLet, FamilyPiece::kFilesAndWellLists},
     {4, "DSRowList", FamilyKind::kGetLet, FamilyPiece::kFilesAndWellLists},
@@ -69,7 +69,7 @@ const std::array<FamilyMember, kFamilySize>& StoreFamily() {
     {62, "DSGetValue", FamilyKind::kOperation, FamilyPiece::kPresent},
     {63, "DSGetzOnly", FamilyKind::kOperation, FamilyPiece::kPresent},
     {64, "DSGroupName", FamilyKind::kOperation, FamilyPiece::kPresent},
-    {65, "DSIndexFromVariable", FamilyKind::kOperation, FamilyPiece::kQueries},
+    {65, "DSIndexFromVariable", FamilyKind::kOperation, FamilyPiece::kPresent},
     {66, "DSGetColMinMax", FamilyKind::kOperation, FamilyPiece::kPresent},
     {67, "DSSetColMinMax", FamilyKind::kOperation, FamilyPiece::kPresent},
     {68, "DSOrigin", FamilyKind::kOperation, FamilyPiece::kPresent},
@@ -113,12 +113,12 @@ const std::array<FamilyMember, kFamilySize>& StoreFamily() {
     {106, "WriteTextFile", FamilyKind::kOperation, FamilyPiece::kPresent},
     {107, "LGRName", FamilyKind::kGet, FamilyPiece::kPresent},
     {108, "AllData", FamilyKind::kGet, FamilyPiece::kPresent},
-    {109, "GetUniqueMembersOfClass", FamilyKind::kOperation, FamilyPiece::kQueries},
-    {110, "SearchDataSets", FamilyKind::kOperation, FamilyPiece::kQueries},
-    {111, "SearchPointersDS", FamilyKind::kOperation, FamilyPiece::kQueries},
-    {112, "SearchType", FamilyKind::kOperation, FamilyPiece::kQueries},
-    {113, "DSGetDataSetAttribute", FamilyKind::kOperation, FamilyPiece::kQueries},
-    {114, "DSCompareDataSetAttribute", FamilyKind::kOperation, FamilyPiece::kQueries},
+    {109, "GetUniqueMembersOfClass", FamilyKind::kOperation, FamilyPiece::kPresent},
+    {110, "SearchDataSets", FamilyKind::kOperation, FamilyPiece::kPresent},
+    {111, "SearchPointersDS", FamilyKind::kOperation, FamilyPiece::kPresent},
+    {112, "SearchType", FamilyKind::kOperation, FamilyPiece::kPresent},
+    {113, "DSGetDataSetAttribute", FamilyKind::kOperation, FamilyPiece::kPresent},
+    {114, "DSCompareDataSetAttribute", FamilyKind::kOperation, FamilyPiece::kPresent},
     {115, "DSGetAttribute", FamilyKind::kOperation, FamilyPiece::kPresent},
     {116, "DSSetGridNames", FamilyKind::kOperation, FamilyPiece::kFilesAndWellLists},
     {117, "DSGetGridNames", FamilyKind::kOperation, FamilyPiece::kFilesAndWellLists},
@@ -129,9 +129,9 @@ const std::array<FamilyMember, kFamilySize>& StoreFamily() {
     {122, "DSGetTableVariableValue", FamilyKind::kOperation, FamilyPiece::kTables},
     {123, "DSGetNumberVarsInTable", FamilyKind::kOperation, FamilyPiece::kTables},
     {124, "DSSetAttribute", FamilyKind::kOperation, FamilyPiece::kPresent},
-    {125, "SearchaDataSet", FamilyKind::kOperation, FamilyPiece::kQueries},
-    {126, "SearchForDataSetVariables", FamilyKind::kOperation, FamilyPiece::kQueries},
-    {127, "SearchForDataSetVariablePointers", FamilyKind::kOperation, FamilyPiece::kQueries},
+    {125, "SearchaDataSet", FamilyKind::kOperation, FamilyPiece::kPresent},
+    {126, "SearchForDataSetVariables", FamilyKind::kOperation, FamilyPiece::kPresent},
+    {127, "SearchForDataSetVariablePointers", FamilyKind::kOperation, FamilyPiece::kPresent},
     {128, "SetDataNULLVALUE", FamilyKind::kOperation, FamilyPiece::kPresent},
     {129, "GetDataNULLVALUE", FamilyKind::kOperation, FamilyPiece::kPresent},
     {130, "DSGetOnlyList", FamilyKind::kOperation, FamilyPiece::kPresent},
@@ -168,7 +168,7 @@ const std::array<FamilyMember, kFamilySize>& StoreFamily() {
     {161, "DSSetSectorBox", FamilyKind::kOperation, FamilyPiece::kFilesAndWellLists},
     {162, "DSbGetAttributes", FamilyKind::kOperation, FamilyPiece::kPresent},
     {163, "DSGetRowValues", FamilyKind::kOperation, FamilyPiece::kPresent},
-    {164, "GetAllWells", FamilyKind::kOperation, FamilyPiece::kQueries},
+    {164, "GetAllWells", FamilyKind::kOperation, FamilyPiece::kPresent},
     {165, "DSGetWellListOrAll", FamilyKind::kOperation, FamilyPiece::kFilesAndWellLists},
     {166, "AppendColumnsToDataSet", FamilyKind::kOperation, FamilyPiece::kPresent},
     {167, "DSSetAllCreationTypes", FamilyKind::kOperation, FamilyPiece::kPresent},
@@ -233,13 +233,13 @@ const std::array<FamilyMember, kFamilySize>& StoreFamily() {
     {226, "LoadAllVectors", FamilyKind::kLet, FamilyPiece::kFetchOnDemand},
     {227, "qIsVectorLoaded", FamilyKind::kGetLet, FamilyPiece::kPresent},
     {228, "GetLoadedFODVectors", FamilyKind::kOperation, FamilyPiece::kFetchOnDemand},
-    {229, "GetUniquePath", FamilyKind::kOperation, FamilyPiece::kQueries},
-    {230, "GetVectorSize", FamilyKind::kOperation, FamilyPiece::kQueries},
+    {229, "GetUniquePath", FamilyKind::kOperation, FamilyPiece::kPresent},
+    {230, "GetVectorSize", FamilyKind::kOperation, FamilyPiece::kPresent},
     {231, "SetFHFFiles", FamilyKind::kOperation, FamilyPiece::kFilesAndWellLists},
     {232, "GetFHFFiles", FamilyKind::kOperation, FamilyPiece::kFilesAndWellLists},
     {233, "FetchOnDemandColumnLoaded", FamilyKind::kOperation, FamilyPiece::kFetchOnDemand},
-    {234, "DSGetValuesFromName", FamilyKind::kOperation, FamilyPiece::kQueries},
-    {235, "DSGetIndexRange", FamilyKind::kOperation, FamilyPiece::kQueries},
+    {234, "DSGetValuesFromName", FamilyKind::kOperation, FamilyPiece::kPresent},
+    {235, "DSGetIndexRange", FamilyKind::kOperation, FamilyPiece::kPresent},
     {236, "DSGetFODVarType", FamilyKind::kOperation, FamilyPiece::kFetchOnDemand},
     {237, "DSGetINITPlotFilter", FamilyKind::kOperation, FamilyPiece::kUndescribed},
     {238, "DSSetINITPlotFilter", FamilyKind::kOperation, FamilyPiece::kUndescribed},
@@ -260,7 +260,6 @@ std::string_view FamilyKindText(FamilyKind kind) {
 std::string_view FamilyPieceText(FamilyPiece piece) {
   switch (piece) {
     case FamilyPiece::kPresent: return "present";
-    case FamilyPiece::kQueries: return "waits for column queries, origin resolution and search";
     case FamilyPiece::kMarkers: return "waits for markers and wells";
     case FamilyPiece::kFilesAndWellLists: return "waits for files and well lists";
     case FamilyPiece::kFetchOnDemand: return "waits for fetch on demand";
@@ -277,7 +276,7 @@ std::string_view FamilyPieceText(FamilyPiece piece) {
 
 const std::array<FacadeExtra, kFacadeExtras>& FacadeExtras() {
   static constexpr std::array<FacadeExtra, kFacadeExtras> kExtras = {{
-      {"DSArrays", FamilyPiece::kQueries},
+      {"DSArrays", FamilyPiece::kPresent},
       {"DSSaveAsEclipseINIT", FamilyPiece::kSimulatorWriters},
       {"DSSaveAsEclipseSOLUTION", FamilyPiece::kSimulatorWriters},
   }};

@@ -21,7 +21,6 @@ enum class FamilyKind : int32_t { kGet, kGetLet, kLet, kOperation };
 // Whether a member is callable, or which piece its data-set side comes with.
 enum class FamilyPiece : int32_t {
   kPresent,
-  kQueries,            // column queries, origin resolution, store search
   kMarkers,            // marker and well byte formats
   kFilesAndWellLists,  // grid names, file lists, row and column lists, well lists
   kFetchOnDemand,
