@@ -1,6 +1,8 @@
 // Example host: drives the library the way a post-processor does, and prints
 // what it sees. It grows with the library into a tour of the store.
 #include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <string>
 
 #include "vndata/dataset/mx_data_set.h"
@@ -168,6 +170,66 @@ void TourOfADataSet() {
   std::printf("\n");
 }
 
+// A host that answers the library's yes/no question from a setting.
+class ExampleHost : public HostServices {
+ public:
+  bool YesNoQuestion(const std::string&, const std::string& zText) override {
+    std::printf("  host asked: \"%s\" -> %s\n", zText.c_str(), answer ? "yes" : "no");
+    return answer;
+  }
+  bool answer = false;
+};
+
+void PrintHead(const std::string& zFile, int nLines) {
+  std::ifstream in(zFile, std::ios::binary);
+  std::string line;
+  for (int i = 0; i < nLines && std::getline(in, line); ++i) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();  // lines end in CR LF
+    std::printf("    | %s\n", line.c_str());
+  }
+}
+
+void SearchAndExport(mxDataStore& store) {
+  std::printf("A search conversation: VARIABLE = WOPR, CLASS = WELLS\n");
+  bool qOK = false;
+  store.SearchClear();
+  store.SearchAddAttribute(ATT_VARIABLE, "WOPR", qOK);
+  store.SearchAddAttribute(ATT_CLASS, "WELLS", qOK);
+  store.SearchCreatePointers(qOK);
+  Array2<int32_t> hits;
+  int32_t nHits = 0;
+  store.SearchPointers(hits, nHits, qOK);
+  for (int32_t h = 1; h <= nHits; ++h) {
+    std::shared_ptr<mxDataSet> ds;
+    store.GetDataSet(hits(1, h), ds);
+    std::string key;
+    int32_t iType = 0;
+    ds->GetTreeViewKey(hits(2, h), key, iType, qOK);
+    std::printf("  hit %d: data set %d (%s), column %d: %s\n", h, hits(1, h), ds->get_Origin().c_str(),
+                hits(2, h), key.c_str());
+  }
+
+  std::printf("\nText export of data set 1\n");
+  auto host = std::make_shared<ExampleHost>();
+  SetHostServices(host);
+  const std::string dir = std::filesystem::temp_directory_path().string();
+  const std::string plain = dir + "/quickstart_plain.csv", extended = dir + "/quickstart_ext.csv";
+  std::shared_ptr<mxDataSet> ds;
+  store.GetDataSet(1, ds);
+  host->answer = false;
+  ds->WriteAsCSV(plain);
+  std::printf("  plain layout, first lines of %s:\n", plain.c_str());
+  PrintHead(plain, 3);
+  host->answer = true;
+  ds->WriteAsCSV(extended);
+  std::printf("  extended layout, first lines of %s:\n", extended.c_str());
+  PrintHead(extended, 8);
+  SetHostServices(nullptr);
+  std::filesystem::remove(plain);
+  std::filesystem::remove(extended);
+  std::printf("\n");
+}
+
 void TourOfAStore() {
   std::printf("A store of data sets\n");
   mxDataStore store;
@@ -187,6 +249,7 @@ void TourOfAStore() {
     }
   }
   std::printf("\n");
+  SearchAndExport(store);
 }
 
 }  // namespace
