@@ -562,6 +562,10 @@ class mxDataStore {
   // Hits are gathered in a scratch list kept between runs and become the
   // table, cut to their number, when the run completes.
   void StartHits(int32_t nCapacity);
+  // Room for the hits of a column search over the candidates: all their
+  // columns, or one hit (one a data set under a multi-set search) when the
+  // search ends at its first hit. 0 when the candidates have no columns.
+  int32_t ColumnHitCapacity(const Array<int32_t>& iCands, int32_t nCands, bool qMultiSet);
   void AppendHit(int32_t iDataSet, int32_t iColumn) {
     hitScratch_.push_back(iDataSet);
     hitScratch_.push_back(iColumn);

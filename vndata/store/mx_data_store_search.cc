@@ -243,6 +243,15 @@ void ColumnCriteria(const Array<int32_t>& iIds, const Array<std::string>& zValue
 }
 }  // namespace
 
+int32_t mxDataStore::ColumnHitCapacity(const Array<int32_t>& iCands, int32_t nCands,
+                                       bool qMultiSet) {
+  if (SearchExitAfter1_) return qMultiSet ? std::max(nCands, 1) : 1;
+  int64_t nSum = 0;
+  for (int32_t k = 1; k <= nCands; ++k)
+    if (iCands(k) > 0) nSum += Trusted(iCands(k)).get_NumCols();
+  return static_cast<int32_t>(nSum);
+}
+
 void mxDataStore::SearchCreatePointers(bool& qOK, int32_t iStart, bool qForward) {
   qOK = false;
   RunGuarded("mxDataStore (Code) (SearchCreatePointers)", kSpacedWording, [&] {
@@ -252,16 +261,10 @@ void mxDataStore::SearchCreatePointers(bool& qOK, int32_t iStart, bool qForward)
     bool qOnly = false;
     if (!SearchCandidates(iCands, nCands, qOnly)) return;
 
-    int32_t nCapacity = 1;
-    if (!SearchExitAfter1_) {
-      int64_t nSum = 0;
-      for (int32_t k = 1; k <= nCands; ++k)
-        if (iCands(k) > 0) nSum += Trusted(iCands(k)).get_NumCols();
-      if (nSum == 0) {
-        nSearchPointers_ = 0;
-        return;
-      }
-      nCapacity = static_cast<int32_t>(nSum);
+    const int32_t nCapacity = ColumnHitCapacity(iCands, nCands, false);
+    if (nCapacity == 0) {
+      nSearchPointers_ = 0;
+      return;
     }
     StartHits(nCapacity);
 
@@ -292,18 +295,10 @@ void mxDataStore::SearchCreatePointersEx(bool& qOK, int32_t iStart, bool qForwar
     bool qOnly = false;
     if (!SearchCandidates(iCands, nCands, qOnly)) return;
 
-    int32_t nCapacity = 1;
-    if (!SearchExitAfter1_) {
-      int64_t nSum = 0;
-      for (int32_t k = 1; k <= nCands; ++k)
-        if (iCands(k) > 0) nSum += Trusted(iCands(k)).get_NumCols();
-      if (nSum == 0) {
-        nSearchPointers_ = 0;
-        return;
-      }
-      nCapacity = static_cast<int32_t>(nSum);
-    } else if (MultiSetSearch_) {
-      nCapacity = std::max(nCands, 1);
+    const int32_t nCapacity = ColumnHitCapacity(iCands, nCands, MultiSetSearch_);
+    if (nCapacity == 0) {
+      nSearchPointers_ = 0;
+      return;
     }
     StartHits(nCapacity);
 
