@@ -566,6 +566,13 @@ class mxDataStore {
   // columns, or one hit (one a data set under a multi-set search) when the
   // search ends at its first hit. 0 when the candidates have no columns.
   int32_t ColumnHitCapacity(const Array<int32_t>& iCands, int32_t nCands, bool qMultiSet);
+  // The common start of the column searches: candidates, room for the hits
+  // and the working criteria (upper-cased with qUpper). False when the run
+  // is settled already (no criteria, no candidates, no columns, or only
+  // origin and type criteria, whose result it then makes).
+  bool StartColumnSearch(bool qMultiSet, bool qUpper, Array<int32_t>& iCands, int32_t& nCands,
+                         Array<int32_t>& iWork, Array<std::string>& zWork, int32_t& nWork,
+                         bool& qOK);
   void AppendHit(int32_t iDataSet, int32_t iColumn) {
     hitScratch_.push_back(iDataSet);
     hitScratch_.push_back(iColumn);

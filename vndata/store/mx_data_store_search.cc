@@ -252,30 +252,33 @@ int32_t mxDataStore::ColumnHitCapacity(const Array<int32_t>& iCands, int32_t nCa
   return static_cast<int32_t>(nSum);
 }
 
+bool mxDataStore::StartColumnSearch(bool qMultiSet, bool qUpper, Array<int32_t>& iCands,
+                                    int32_t& nCands, Array<int32_t>& iWork,
+                                    Array<std::string>& zWork, int32_t& nWork, bool& qOK) {
+  if (nSearchAttributes_ < 1) return false;
+  bool qOnly = false;
+  if (!SearchCandidates(iCands, nCands, qOnly)) return false;
+  const int32_t nCapacity = ColumnHitCapacity(iCands, nCands, qMultiSet);
+  if (nCapacity == 0) {
+    nSearchPointers_ = 0;
+    return false;
+  }
+  StartHits(nCapacity);
+  if (qOnly) {
+    SearchOriginTypeOnly(iCands, nCands, qOK);
+    return false;
+  }
+  ColumnCriteria(iSearchAttributes_, zSearchValues_, nSearchAttributes_, qUpper, iWork, zWork, nWork);
+  return true;
+}
+
 void mxDataStore::SearchCreatePointers(bool& qOK, int32_t iStart, bool qForward) {
   qOK = false;
   RunGuarded("mxDataStore (Code) (SearchCreatePointers)", kSpacedWording, [&] {
-    if (nSearchAttributes_ < 1) return;
-    Array<int32_t> iCands;
-    int32_t nCands = 0;
-    bool qOnly = false;
-    if (!SearchCandidates(iCands, nCands, qOnly)) return;
-
-    const int32_t nCapacity = ColumnHitCapacity(iCands, nCands, false);
-    if (nCapacity == 0) {
-      nSearchPointers_ = 0;
-      return;
-    }
-    StartHits(nCapacity);
-
-    if (qOnly) {
-      SearchOriginTypeOnly(iCands, nCands, qOK);
-      return;
-    }
-    Array<int32_t> iWork, iScratch;
+    Array<int32_t> iCands, iWork, iScratch;
     Array<std::string> zWork;
-    int32_t nWork = 0;
-    ColumnCriteria(iSearchAttributes_, zSearchValues_, nSearchAttributes_, false, iWork, zWork, nWork);
+    int32_t nCands = 0, nWork = 0;
+    if (!StartColumnSearch(false, false, iCands, nCands, iWork, zWork, nWork, qOK)) return;
     for (int32_t k = 1; k <= nCands; ++k) {
       SearchColumnsOf(iCands(k), iWork, zWork, nWork, iStart, qForward, SearchExitAfter1_, iScratch);
       if (SearchExitAfter1_ && HitCount() >= 1) break;
@@ -289,27 +292,10 @@ void mxDataStore::SearchCreatePointersEx(bool& qOK, int32_t iStart, bool qForwar
                                          int32_t iSetStart, bool qSetForward) {
   qOK = false;
   RunGuarded("mxDataStore (Code) (SearchCreatePointersEx)", kSpacedWording, [&] {
-    if (nSearchAttributes_ < 1) return;
-    Array<int32_t> iCands;
-    int32_t nCands = 0;
-    bool qOnly = false;
-    if (!SearchCandidates(iCands, nCands, qOnly)) return;
-
-    const int32_t nCapacity = ColumnHitCapacity(iCands, nCands, MultiSetSearch_);
-    if (nCapacity == 0) {
-      nSearchPointers_ = 0;
-      return;
-    }
-    StartHits(nCapacity);
-
-    if (qOnly) {
-      SearchOriginTypeOnly(iCands, nCands, qOK);
-      return;
-    }
-    Array<int32_t> iWork, iScratch;
+    Array<int32_t> iCands, iWork, iScratch;
     Array<std::string> zWork;
-    int32_t nWork = 0;
-    ColumnCriteria(iSearchAttributes_, zSearchValues_, nSearchAttributes_, true, iWork, zWork, nWork);
+    int32_t nCands = 0, nWork = 0;
+    if (!StartColumnSearch(MultiSetSearch_, true, iCands, nCands, iWork, zWork, nWork, qOK)) return;
     // Places in the candidate list, from iSetStart and round.
     std::vector<int32_t> places;
     if (qSetForward) {
