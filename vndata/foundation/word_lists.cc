@@ -3,16 +3,10 @@
 #include <vector>
 
 #include "vndata/foundation/vocabulary.h"
-#include "vndata/platform/string_tools.h"
 
 namespace vndata {
 
 namespace {
-// The lower-case form of the "SPEC" data class word, as some readers
-// write it.
-const std::string kSpecLowerText = StringTools::Lower("SPEC");
-const char* const kSpecLower = kSpecLowerText.c_str();
-
 struct Group {
   const char* name;
   std::vector<const char*> words;
@@ -40,7 +34,7 @@ const std::vector<Group>& Groups() {
       {"Length units", {"FEET", "METRES", "METERS", "CM", "CENTIMETRES", "CENTIMETERS"}},
       {"Grid geometry", {"CARTESIAN", "RADIAL"}},
       {"Data class words",
-       {"Summary", "SUMMARY", "SPEC", kSpecLower, "Rate", "RATE", "RAT", "rat", "Plot", "Observed",
+       {"Summary", "SUMMARY", "SPEC", "spec", "Rate", "RATE", "RAT", "rat", "Plot", "Observed",
         "OBSERVED", "OBS", "Data", "DATA", "Run", "RUN", "Solution", "SOLUTION", "INIT", "Init",
         "RFT SOLUTION", "RFT SIMULATED", "RFT Measured", "PLT CONNECTION", "PLT SEGMENT",
         "Extract", "EXTRACT", "Table", "Tables", "TABLE", "Sample", "SAMPLE", "DATAMINE", "Grid",
