@@ -77,8 +77,15 @@ void ExercisePlatform() {
   std::printf("  CInt(2.5)=%d CInt(3.5)=%d  CStr(1E7)=%s CStr(0.000015)=%s CStr(True)=%s\n",
               Variant(2.5).ToInteger(), Variant(3.5).ToInteger(), Variant(1.0e7f).ToText().c_str(),
               Variant(1.5e-5f).ToText().c_str(), Variant(true).ToText().c_str());
-  RunGuarded("mxDataSet  (SetAttributes)", [] { Variant(std::string("abc")).ToLong(); });
-  std::printf("  trace of a caught fault: \"%s\"\n\n", MessageLog::Shared().Lines().back().c_str());
+  // A conversion a host makes itself faults like the platform's; the library
+  // words the trace of such a fault the same way inside its guards.
+  std::string zTrace;
+  try {
+    Variant(std::string("abc")).ToLong();
+  } catch (const RuntimeFault& fault) {
+    zTrace = ErrorTraceLine("mxDataSet  (SetAttributes)", fault);
+  }
+  std::printf("  trace of a caught fault: \"%s\"\n\n", zTrace.c_str());
 }
 
 void DeriveAColumn() {

@@ -1,13 +1,23 @@
 #include <gtest/gtest.h>
 
 #include "tests/dataset/dataset_test_util.h"
+#include "vndata/store/mx_data_store.h"
 
 namespace vndata {
 
-// Reaches the read direction, which the library keeps private for the
-// stored format and for copying a data set.
+// The read direction is private to the data set (the stored format and
+// copying use it); a host reaches it through the store, and so does this
+// test. The store is gone before the data set it borrows.
 struct mxDataSetPrivateAccess {
-  static bool Get(mxDataSet& ds, Array<Variant>& v) { return ds.GetClassVarsFromAttributes(v); }
+  static bool Get(mxDataSet& ds, Array<Variant>& v) {
+    mxDataStore store;
+    // The store hands its null rule to what it takes in: make it the data
+    // set's own, so that taking it in changes nothing.
+    store.let_UseNullVal(ds.get_UseNullVal());
+    store.let_NullValue(ds.get_NullValue());
+    store.AddItemAuto(std::shared_ptr<mxDataSet>(&ds, [](mxDataSet*) {}));
+    return store.DSGetClassVarsFromAttributes(1, v);
+  }
 };
 
 namespace {

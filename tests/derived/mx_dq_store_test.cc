@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "vndata/derived/dq_store_facade.h"
 #include "vndata/platform/message_log.h"
 
 using namespace vndata;
@@ -14,6 +13,12 @@ std::shared_ptr<mxDerivedQuantity> Named(const std::string& zName) {
   dq->let_ResultColumnHeader(zName);
   dq->let_Expression(zName + "=A+B");
   return dq;
+}
+
+// getItem with its success flag dropped, as the store's DQGetItem calls it.
+void GetQuietly(const mxDQStore& store, int32_t i, std::shared_ptr<mxDerivedQuantity>& dq) {
+  bool qOK = false;
+  store.getItem(i, dq, qOK);
 }
 
 std::string NameAt(const mxDQStore& store, int32_t i) {
@@ -128,11 +133,11 @@ TEST_F(DQStoreTest, ARecordChangedAfterAddDoesNotChangeTheStoredCopy) {
   mxDQStore store;
   auto dq = Named("Q1");
   dq->AddArguments("A", "f", "s", "FOPR", false, "o", 1, "k");
-  DQStoreFacade::DQAdd(store, dq);
+  store.AddItem(dq);
   dq->let_ResultColumnHeader("CHANGED");
   dq->SetArguments(1, "Z", "f", "s", "ZZZ", false, "o", 1, "k");
   std::shared_ptr<mxDerivedQuantity> got;
-  DQStoreFacade::DQGetItem(store, 1, got);
+  GetQuietly(store, 1, got);
   ASSERT_TRUE(got);
   EXPECT_EQ(got->get_ResultColumnHeader(), "Q1");
   EXPECT_EQ(got->GetArgumentName(1), "A");
@@ -140,26 +145,26 @@ TEST_F(DQStoreTest, ARecordChangedAfterAddDoesNotChangeTheStoredCopy) {
 
 TEST_F(DQStoreTest, ARecordGotFromTheStoreCanBeChangedFreely) {
   mxDQStore store;
-  DQStoreFacade::DQAdd(store, Named("Q1"));
+  store.AddItem(Named("Q1"));
   std::shared_ptr<mxDerivedQuantity> got;
-  DQStoreFacade::DQGetItem(store, 1, got);
+  GetQuietly(store, 1, got);
   got->let_ResultColumnHeader("CHANGED");
   std::shared_ptr<mxDerivedQuantity> again;
-  DQStoreFacade::DQGetItem(store, 1, again);
+  GetQuietly(store, 1, again);
   EXPECT_NE(got.get(), again.get());
   EXPECT_EQ(again->get_ResultColumnHeader(), "Q1");
 }
 
 TEST_F(DQStoreTest, DQGetItemWithPositionZeroLeavesTheRecordAsItWas) {
   mxDQStore store;
-  DQStoreFacade::DQAdd(store, Named("Q1"));
+  store.AddItem(Named("Q1"));
   auto mine = Named("MINE");
   auto before = mine.get();
-  DQStoreFacade::DQGetItem(store, 0, mine);
+  GetQuietly(store, 0, mine);
   EXPECT_EQ(mine.get(), before);
   EXPECT_EQ(mine->get_ResultColumnHeader(), "MINE");
   std::shared_ptr<mxDerivedQuantity> none;
-  DQStoreFacade::DQGetItem(store, 0, none);
+  GetQuietly(store, 0, none);
   EXPECT_EQ(none, nullptr);
   EXPECT_TRUE(MessageLog::Shared().Lines().empty());
 }
@@ -333,24 +338,6 @@ TEST_F(DQStoreTest, AResampledArgumentKeepsOnlyItsResamplingThroughTheStore) {
     EXPECT_EQ(si, 0);
     EXPECT_FALSE(got->GetArgument_ReAssociate(i, qOK));
   }
-}
-
-TEST_F(DQStoreTest, FacadeForwardsEveryMember) {
-  mxDQStore store;
-  DQStoreFacade::DQAdd(store, Named("Q1"));
-  DQStoreFacade::DQAdd(store, Named("Q2"));
-  DQStoreFacade::DQAdd(store, Named("Q3"));
-  EXPECT_EQ(DQStoreFacade::DQNumberOfDerivedQuantities(store), 3);
-  DQStoreFacade::DQUpdate(store, 1, Named("U1"));
-  DQStoreFacade::DQSetItem(store, 2, Named("S2"));
-  EXPECT_EQ(NameAt(store, 1), "U1");
-  EXPECT_EQ(NameAt(store, 2), "S2");
-  DQStoreFacade::DQDeleteItem(store, 1);
-  EXPECT_EQ(DQStoreFacade::DQNumberOfDerivedQuantities(store), 2);
-  EXPECT_EQ(NameAt(store, 1), "S2");
-  DQStoreFacade::ReinitialiseDQ(store);
-  EXPECT_EQ(DQStoreFacade::DQNumberOfDerivedQuantities(store), 0);
-  EXPECT_FALSE(store.get_IsDirty());
 }
 
 TEST_F(DQStoreTest, AddingAnEmptyReferenceIsLoggedAndAddsNothing) {

@@ -1,4 +1,5 @@
 #include "vndata/platform/runtime_fault.h"
+#include "vndata/platform/internal/run_guarded.h"
 
 #include <gtest/gtest.h>
 

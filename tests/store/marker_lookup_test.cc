@@ -1,7 +1,7 @@
 // Looking well markers up in a marker table by direction.
 #include <gtest/gtest.h>
 
-#include "vndata/store/marker_lookup.h"
+#include "vndata/store/internal/marker_lookup.h"
 
 namespace vndata {
 namespace {

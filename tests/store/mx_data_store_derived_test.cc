@@ -52,6 +52,27 @@ TEST_F(StoreDerivedTest, UpdateDeleteAndReinitialise) {
   EXPECT_EQ(store.DQNumberOfDerivedQuantities(), 0);
 }
 
+TEST_F(StoreDerivedTest, EveryDefinitionMemberForwardsToTheDefinitions) {
+  store.DQAdd(Named("Q1"));
+  store.DQAdd(Named("Q2"));
+  store.DQAdd(Named("Q3"));
+  EXPECT_EQ(store.DQNumberOfDerivedQuantities(), 3);
+  store.DQUpdate(1, Named("U1"));
+  store.DQSetItem(2, Named("S2"));
+  std::shared_ptr<mxDerivedQuantity> out;
+  store.DQGetItem(1, out);
+  EXPECT_EQ(out->get_Verbose(), "U1");
+  store.DQGetItem(2, out);
+  EXPECT_EQ(out->get_Verbose(), "S2");
+  store.DQDeleteItem(1);
+  EXPECT_EQ(store.DQNumberOfDerivedQuantities(), 2);
+  store.DQGetItem(1, out);
+  EXPECT_EQ(out->get_Verbose(), "S2");
+  store.ReinitialiseDQ();
+  EXPECT_EQ(store.DQNumberOfDerivedQuantities(), 0);
+  EXPECT_FALSE(store.get_DerivedQuantities()->get_IsDirty());
+}
+
 TEST_F(StoreDerivedTest, ReInitialiseOfTheStoreGivesFreshDefinitions) {
   store.DQAdd(Named("A"));
   store.ReInitialise();

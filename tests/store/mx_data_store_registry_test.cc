@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/store/store_fixtures.h"
+#include "vndata/store/internal/store_forward.h"
 
 namespace vndata {
 namespace {

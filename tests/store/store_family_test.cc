@@ -12,7 +12,7 @@
 
 #include "tests/store/store_fixtures.h"
 #include "vndata/foundation/packed_headers.h"
-#include "vndata/store/store_family.h"
+#include "vndata/store/internal/store_family.h"
 
 namespace vndata {
 namespace {
@@ -633,7 +633,7 @@ std::string RenderFamilyTable() {
          "These are the store's members that take that position first, in the slot\n"
          "order hosts bind to. A member marked as waiting keeps its slot; its\n"
          "data-set side comes with the piece named.\n\n"
-         "This file is checked against `vndata/store/store_family.h` by\n"
+         "This file is checked against `vndata/store/internal/store_family.h` by\n"
          "`tests/store/store_family_test.cc`; when the table changes, the test\n"
          "writes the new text to `STORE_FAMILY.md.expected` in its working folder.\n\n"
          "| Slot | Member | Kind | State |\n"

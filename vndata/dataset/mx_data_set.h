@@ -19,7 +19,9 @@
 #include <vector>
 
 #include "vndata/foundation/column_attributes.h"
+#include "vndata/foundation/vocabulary.h"
 #include "vndata/foundation/well_info.h"
+#include "vndata/platform/api.h"
 #include "vndata/platform/arrays.h"
 #include "vndata/platform/byte_store.h"
 #include "vndata/platform/date.h"
@@ -30,12 +32,11 @@ namespace vndata {
 class mxAutomaticDQ;
 class mxDataStore;
 class mxNotifyData;
-struct mxDataSetPrivateAccess;
 
 // InitSourceData with the success flag of the description-array operations.
-void InitSourceData(Array<Variant>& vAttributes, bool& qOK);
+VNDATA_API void InitSourceData(Array<Variant>& vAttributes, bool& qOK);
 
-class mxDataSet {
+class VNDATA_API mxDataSet {
  public:
   mxDataSet();
   ~mxDataSet();
@@ -43,187 +44,187 @@ class mxDataSet {
   mxDataSet& operator=(const mxDataSet&) = delete;
 
   // ======== Identity and source =================================================
-  const std::string& get_Origin() const { return zOrigin_; }
+  const std::string& get_Origin() const { return source_.zOrigin; }
   // Keeps the upper-case copy and points every column's ORIGIN at the text,
   // so that the columns follow the data set's name.
   void let_Origin(const std::string& zOrigin);
-  const std::string& get_UCaseOrigin() const { return zUCaseOrigin_; }
-  const std::string& get_UniqueKey() const { return zUniqueKey_; }
-  void let_UniqueKey(const std::string& z) { zUniqueKey_ = z; }
-  int32_t get_Index() const { return iIndex_; }
-  void let_Index(int32_t i) { iIndex_ = i; }
-  const std::string& get_FileName() const { return zFileName_; }
-  void let_FileName(const std::string& z) { zFileName_ = z; }
+  const std::string& get_UCaseOrigin() const { return source_.zUCaseOrigin; }
+  const std::string& get_UniqueKey() const { return source_.zUniqueKey; }
+  void let_UniqueKey(const std::string& z) { source_.zUniqueKey = z; }
+  int32_t get_Index() const { return source_.iIndex; }
+  void let_Index(int32_t i) { source_.iIndex = i; }
+  const std::string& get_FileName() const { return source_.zFileName; }
+  void let_FileName(const std::string& z) { source_.zFileName = z; }
   // Write only: a non-empty name turns the scratch file path of large loads
   // on, an empty one turns it off.
   void let_ScratchFileName(const std::string& zName);
-  const std::string& get_CaseName() const { return zCaseName_; }
-  void let_CaseName(const std::string& z) { zCaseName_ = z; }
-  const std::string& get_SimCase() const { return zSimCase_; }
-  void let_SimCase(const std::string& z) { zSimCase_ = z; }
-  const std::string& get_GroupName() const { return zGroupName_; }
+  const std::string& get_CaseName() const { return source_.zCaseName; }
+  void let_CaseName(const std::string& z) { source_.zCaseName = z; }
+  const std::string& get_SimCase() const { return source_.zSimCase; }
+  void let_SimCase(const std::string& z) { source_.zSimCase = z; }
+  const std::string& get_GroupName() const { return source_.zGroupName; }
   void let_GroupName(const std::string& zGroupName);
-  const std::string& get_UCaseGroupName() const { return zUCaseGroupName_; }
-  const std::string& get_TVGroupName() const { return zTVGroupName_; }
-  void let_TVGroupName(const std::string& z) { zTVGroupName_ = z; }
-  const std::string& get_TVDisplayRoot() const { return zTVDisplayRoot_; }
+  const std::string& get_UCaseGroupName() const { return source_.zUCaseGroupName; }
+  const std::string& get_TVGroupName() const { return source_.zTVGroupName; }
+  void let_TVGroupName(const std::string& z) { source_.zTVGroupName = z; }
+  const std::string& get_TVDisplayRoot() const { return source_.zTVDisplayRoot; }
   void let_TVDisplayRoot(const std::string& zRoot);
-  const std::string& get_UCaseTVDisplayRoot() const { return zUCaseTVDisplayRoot_; }
-  const std::string& get_DataRootPath() const { return zDataRootPath_; }
-  void let_DataRootPath(const std::string& z) { zDataRootPath_ = z; }
-  const std::string& get_DataRootUnique() const { return zDataRootUnique_; }
+  const std::string& get_UCaseTVDisplayRoot() const { return source_.zUCaseTVDisplayRoot; }
+  const std::string& get_DataRootPath() const { return source_.zDataRootPath; }
+  void let_DataRootPath(const std::string& z) { source_.zDataRootPath = z; }
+  const std::string& get_DataRootUnique() const { return source_.zDataRootUnique; }
   // Also keeps the text behind the last `\` as DataRootLeaf, but only when a
   // `\` stands before the last character.
   void let_DataRootUnique(const std::string& zRoot);
-  const std::string& get_DataRootLeaf() const { return zDataRootLeaf_; }
-  const std::string& get_DataClass() const { return zDataClass_; }
-  void let_DataClass(const std::string& z) { zDataClass_ = z; }
-  const std::string& get_SourceType() const { return zSourceType_; }
-  void let_SourceType(const std::string& z) { zSourceType_ = z; }
-  const std::string& get_Simulator() const { return zSimulator_; }
-  void let_Simulator(const std::string& z) { zSimulator_ = z; }
-  bool get_EclipseNames() const { return qEclipseNames_; }
-  int32_t get_FileType() const { return iFileType_; }
-  void let_FileType(int32_t i) { iFileType_ = i; }
-  int32_t get_Units() const { return iUnits_; }
-  void let_Units(int32_t i) { iUnits_ = i; }
-  const std::string& get_UnitSource() const { return zUnitSource_; }
-  void let_UnitSource(const std::string& z) { zUnitSource_ = z; }
-  const std::string& get_UnitCurrent() const { return zUnitCurrent_; }
-  void let_UnitCurrent(const std::string& z) { zUnitCurrent_ = z; }
-  int32_t get_UnitDataSource() const { return iUnitDataSource_; }
-  void let_UnitDataSource(int32_t i) { iUnitDataSource_ = i; }
-  const std::string& get_DateStamp() const { return zDateStamp_; }
+  const std::string& get_DataRootLeaf() const { return source_.zDataRootLeaf; }
+  const std::string& get_DataClass() const { return source_.zDataClass; }
+  void let_DataClass(const std::string& z) { source_.zDataClass = z; }
+  const std::string& get_SourceType() const { return source_.zSourceType; }
+  void let_SourceType(const std::string& z) { source_.zSourceType = z; }
+  const std::string& get_Simulator() const { return source_.zSimulator; }
+  void let_Simulator(const std::string& z) { source_.zSimulator = z; }
+  bool get_EclipseNames() const { return source_.qEclipseNames; }
+  int32_t get_FileType() const { return source_.iFileType; }
+  void let_FileType(int32_t i) { source_.iFileType = i; }
+  int32_t get_Units() const { return source_.iUnits; }
+  void let_Units(int32_t i) { source_.iUnits = i; }
+  const std::string& get_UnitSource() const { return source_.zUnitSource; }
+  void let_UnitSource(const std::string& z) { source_.zUnitSource = z; }
+  const std::string& get_UnitCurrent() const { return source_.zUnitCurrent; }
+  void let_UnitCurrent(const std::string& z) { source_.zUnitCurrent = z; }
+  int32_t get_UnitDataSource() const { return source_.iUnitDataSource; }
+  void let_UnitDataSource(int32_t i) { source_.iUnitDataSource = i; }
+  const std::string& get_DateStamp() const { return source_.zDateStamp; }
   // Also splits the text under "dd/mm/yyyy" into the held day, month, year.
   void let_DateStamp(const std::string& zDate);
   // The day, month and year held from the last DateStamp (0 when it did not
   // read as a date).
   void GetDateStampParts(int32_t& iDay, int32_t& iMonth, int32_t& iYear) const;
-  const std::string& get_LGRName() const { return zLGRName_; }
+  const std::string& get_LGRName() const { return source_.zLGRName; }
   // Trims blanks from both ends.
   void let_LGRName(const std::string& zName);
-  const std::string& get_TableName() const { return zTableName_; }
-  void let_TableName(const std::string& z) { zTableName_ = z; }
-  const std::string& get_ObsName() const { return zObsName_; }
-  void let_ObsName(const std::string& z) { zObsName_ = z; }
-  int32_t get_CreationMethod() const { return iCreationMethod_; }
-  void let_CreationMethod(int32_t i) { iCreationMethod_ = i; }
-  int32_t get_DataSetDerivedFrom() const { return iDataSetDerivedFrom_; }
-  void let_DataSetDerivedFrom(int32_t i) { iDataSetDerivedFrom_ = i; }
-  bool get_Child() const { return qChild_; }
-  void let_Child(bool q) { qChild_ = q; }
-  float get_TimeInDays() const { return sTimeInDays_; }
-  void let_TimeInDays(float s) { sTimeInDays_ = s; }
+  const std::string& get_TableName() const { return source_.zTableName; }
+  void let_TableName(const std::string& z) { source_.zTableName = z; }
+  const std::string& get_ObsName() const { return source_.zObsName; }
+  void let_ObsName(const std::string& z) { source_.zObsName = z; }
+  int32_t get_CreationMethod() const { return source_.iCreationMethod; }
+  void let_CreationMethod(int32_t i) { source_.iCreationMethod = i; }
+  int32_t get_DataSetDerivedFrom() const { return source_.iDataSetDerivedFrom; }
+  void let_DataSetDerivedFrom(int32_t i) { source_.iDataSetDerivedFrom = i; }
+  bool get_Child() const { return source_.qChild; }
+  void let_Child(bool q) { source_.qChild = q; }
+  float get_TimeInDays() const { return source_.sTimeInDays; }
+  void let_TimeInDays(float s) { source_.sTimeInDays = s; }
   // The branch number of segment-branch data (1 in a new object).
-  int32_t get_Branch() const { return iBranch_; }
-  void let_Branch(int32_t i) { iBranch_ = i; }
+  int32_t get_Branch() const { return source_.iBranch; }
+  void let_Branch(int32_t i) { source_.iBranch = i; }
   // The file name or pattern a monitoring data set watches; blanks at both
   // ends are trimmed. (Deriving a pattern from the source file when none is
   // set arrives with real-time monitoring.)
-  const std::string& get_RTMFilePattern() const { return zRTMFilePattern_; }
+  const std::string& get_RTMFilePattern() const { return source_.zRTMFilePattern; }
   void let_RTMFilePattern(const std::string& z);
 
   // ======== Reading state =======================================================
-  int32_t get_iStart() const { return iStart_; }
-  void let_iStart(int32_t i) { iStart_ = i; }
-  int32_t get_iEnd() const { return iEnd_; }
-  void let_iEnd(int32_t i) { iEnd_ = i; }
+  int32_t get_iStart() const { return reading_.iStart; }
+  void let_iStart(int32_t i) { reading_.iStart = i; }
+  int32_t get_iEnd() const { return reading_.iEnd; }
+  void let_iEnd(int32_t i) { reading_.iEnd = i; }
   // The source position as two 32-bit words: the value is the low word, the
   // optional argument the high word (0 when not given on writing).
-  int32_t get_ReadPosition64() const { return iReadPosL_; }
+  int32_t get_ReadPosition64() const { return reading_.iReadPosL; }
   int32_t get_ReadPosition64(int32_t& iPosH) const;
   void let_ReadPosition64(int32_t iPosL) { let_ReadPosition64(0, iPosL); }
   void let_ReadPosition64(int32_t iPosH, int32_t iPosL);
   // The low word alone; writing makes the high word 0.
-  int32_t get_ReadPosition() const { return iReadPosL_; }
+  int32_t get_ReadPosition() const { return reading_.iReadPosL; }
   void let_ReadPosition(int32_t iPos);
-  bool get_NoRestart() const { return qNoRestart_; }
-  void let_NoRestart(bool q) { qNoRestart_ = q; }
-  bool get_Unified() const { return qUnified_; }
-  void let_Unified(bool q) { qUnified_ = q; }
-  bool get_Formatted() const { return qFormatted_; }
-  void let_Formatted(bool q) { qFormatted_ = q; }
-  bool get_AllData() const { return qAllData_; }
-  void let_AllData(bool q) { qAllData_ = q; }
-  bool get_NoInactive() const { return qNoInactive_; }
-  void let_NoInactive(bool q) { qNoInactive_ = q; }
-  bool get_qSelectionOnly() const { return qSelectionOnly_; }
-  void let_qSelectionOnly(bool q) { qSelectionOnly_ = q; }
-  bool get_Perforations() const { return qPerforations_; }
-  bool get_PerforationsSet() const { return qPerforationsSet_; }
-  bool get_DeleteAfterFetch() const { return qDeleteAfterFetch_; }
+  bool get_NoRestart() const { return reading_.qNoRestart; }
+  void let_NoRestart(bool q) { reading_.qNoRestart = q; }
+  bool get_Unified() const { return reading_.qUnified; }
+  void let_Unified(bool q) { reading_.qUnified = q; }
+  bool get_Formatted() const { return reading_.qFormatted; }
+  void let_Formatted(bool q) { reading_.qFormatted = q; }
+  bool get_AllData() const { return reading_.qAllData; }
+  void let_AllData(bool q) { reading_.qAllData = q; }
+  bool get_NoInactive() const { return reading_.qNoInactive; }
+  void let_NoInactive(bool q) { reading_.qNoInactive = q; }
+  bool get_qSelectionOnly() const { return reading_.qSelectionOnly; }
+  void let_qSelectionOnly(bool q) { reading_.qSelectionOnly = q; }
+  bool get_Perforations() const { return reading_.qPerforations; }
+  bool get_PerforationsSet() const { return reading_.qPerforationsSet; }
+  bool get_DeleteAfterFetch() const { return reading_.qDeleteAfterFetch; }
   // Writes the standing wish and its working copy used by column fetches.
   void let_DeleteAfterFetch(bool q);
-  bool get_IgnoreInGRF() const { return qIgnoreInGRF_; }
-  void let_IgnoreInGRF(bool q) { qIgnoreInGRF_ = q; }
+  bool get_IgnoreInGRF() const { return reading_.qIgnoreInGRF; }
+  void let_IgnoreInGRF(bool q) { reading_.qIgnoreInGRF = q; }
   // Model options of the source: set only through the description array.
-  bool get_DualPorosity() const { return qDualPorosity_; }
-  bool get_Hysteresis() const { return qHysteresis_; }
-  bool get_EndPointScaling() const { return qEndPointScaling_; }
-  bool get_DirEndPointScaling() const { return qDirEndPointScaling_; }
-  bool get_RevEndPointScaling() const { return qRevEndPointScaling_; }
-  bool get_AltEndPointScaling() const { return qAltEndPointScaling_; }
-  int32_t get_iPhase() const { return iPhase_; }
-  const std::string& get_zOnly() const { return zOnly_; }
-  void let_zOnly(const std::string& z) { zOnly_ = z; }
+  bool get_DualPorosity() const { return reading_.qDualPorosity; }
+  bool get_Hysteresis() const { return reading_.qHysteresis; }
+  bool get_EndPointScaling() const { return reading_.qEndPointScaling; }
+  bool get_DirEndPointScaling() const { return reading_.qDirEndPointScaling; }
+  bool get_RevEndPointScaling() const { return reading_.qRevEndPointScaling; }
+  bool get_AltEndPointScaling() const { return reading_.qAltEndPointScaling; }
+  int32_t get_iPhase() const { return reading_.iPhase; }
+  const std::string& get_zOnly() const { return lists_.zOnly; }
+  void let_zOnly(const std::string& z) { lists_.zOnly = z; }
   // The name filter of a partial load as 56-byte records, with its flag.
   void SetbOnly(const Array2<uint8_t>& bOnly, bool qOnly);
   void GetbOnly(Array2<uint8_t>& bOnly, bool& qOnly) const;
 
   // ======== Nulls ===============================================================
-  double get_NullValue() const { return dNullValue_; }
-  void let_NullValue(double d) { dNullValue_ = d; }
-  int32_t get_UseNullVal() const { return iUseNullVal_; }
-  void let_UseNullVal(int32_t i) { iUseNullVal_ = i; }
-  double get_ReaderNullValue() const { return dReaderNullValue_; }
-  void let_ReaderNullValue(double d) { dReaderNullValue_ = d; }
-  bool get_ReaderSetNull() const { return qReaderSetNull_; }
-  void let_ReaderSetNull(bool q) { qReaderSetNull_ = q; }
+  double get_NullValue() const { return plot_.dNullValue; }
+  void let_NullValue(double d) { plot_.dNullValue = d; }
+  int32_t get_UseNullVal() const { return plot_.iUseNullVal; }
+  void let_UseNullVal(int32_t i) { plot_.iUseNullVal = i; }
+  double get_ReaderNullValue() const { return plot_.dReaderNullValue; }
+  void let_ReaderNullValue(double d) { plot_.dReaderNullValue = d; }
+  bool get_ReaderSetNull() const { return plot_.qReaderSetNull; }
+  void let_ReaderSetNull(bool q) { plot_.qReaderSetNull = q; }
 
   // ======== Plot default ========================================================
-  int32_t get_DefaultX() const { return iDefaultX_; }
-  void let_DefaultX(int32_t i) { iDefaultX_ = i; }
+  int32_t get_DefaultX() const { return plot_.iDefaultX; }
+  void let_DefaultX(int32_t i) { plot_.iDefaultX = i; }
   // DefaultX becomes the first column whose "VARIABLE" is zHeader; false and
   // DefaultX unchanged when there is none.
   bool SetDefaultXByHeader(const std::string& zHeader);
 
   // ======== Accumulation (held for the host) ======================================
-  bool get_Accumulate() const { return qAccumulate_; }
-  void let_Accumulate(bool q) { qAccumulate_ = q; }
-  int32_t get_AccFrequency() const { return iAccFrequency_; }
-  void let_AccFrequency(int32_t i) { iAccFrequency_ = i; }
-  const std::string& get_AccInterval() const { return zAccInterval_; }
-  void let_AccInterval(const std::string& z) { zAccInterval_ = z; }
-  Date get_AccSimDate() const { return dAccSimDate_; }
-  void let_AccSimDate(Date d) { dAccSimDate_ = d; }
-  Date get_AccAccDate() const { return dAccAccDate_; }
-  void let_AccAccDate(Date d) { dAccAccDate_ = d; }
-  int32_t get_AccRates() const { return iAccRates_; }
-  void let_AccRates(int32_t i) { iAccRates_ = i; }
+  bool get_Accumulate() const { return plot_.qAccumulate; }
+  void let_Accumulate(bool q) { plot_.qAccumulate = q; }
+  int32_t get_AccFrequency() const { return plot_.iAccFrequency; }
+  void let_AccFrequency(int32_t i) { plot_.iAccFrequency = i; }
+  const std::string& get_AccInterval() const { return plot_.zAccInterval; }
+  void let_AccInterval(const std::string& z) { plot_.zAccInterval = z; }
+  Date get_AccSimDate() const { return plot_.dAccSimDate; }
+  void let_AccSimDate(Date d) { plot_.dAccSimDate = d; }
+  Date get_AccAccDate() const { return plot_.dAccAccDate; }
+  void let_AccAccDate(Date d) { plot_.dAccAccDate = d; }
+  int32_t get_AccRates() const { return plot_.iAccRates; }
+  void let_AccRates(int32_t i) { plot_.iAccRates = i; }
 
   // ======== Text import rows ======================================================
-  int32_t get_TextRowName() const { return iTextRowName_; }
-  void let_TextRowName(int32_t i) { iTextRowName_ = i; }
-  int32_t get_TextRowUnits() const { return iTextRowUnits_; }
-  void let_TextRowUnits(int32_t i) { iTextRowUnits_ = i; }
-  int32_t get_TextRowLGR() const { return iTextRowLGR_; }
-  void let_TextRowLGR(int32_t i) { iTextRowLGR_ = i; }
-  int32_t get_TextRowIndex() const { return iTextRowIndex_; }
-  void let_TextRowIndex(int32_t i) { iTextRowIndex_ = i; }
-  int32_t get_TextRowVerbose() const { return iTextRowVerbose_; }
-  void let_TextRowVerbose(int32_t i) { iTextRowVerbose_ = i; }
-  int32_t get_TextRowWell() const { return iTextRowWell_; }
-  void let_TextRowWell(int32_t i) { iTextRowWell_ = i; }
-  int32_t get_TextRowData() const { return iTextRowData_; }
-  void let_TextRowData(int32_t i) { iTextRowData_ = i; }
-  int32_t get_TextRowFixed() const { return iTextRowFixed_; }
-  void let_TextRowFixed(int32_t i) { iTextRowFixed_ = i; }
-  const std::string& get_TextRowDateFormat() const { return zTextRowDateFormat_; }
-  void let_TextRowDateFormat(const std::string& z) { zTextRowDateFormat_ = z; }
+  int32_t get_TextRowName() const { return plot_.iTextRowName; }
+  void let_TextRowName(int32_t i) { plot_.iTextRowName = i; }
+  int32_t get_TextRowUnits() const { return plot_.iTextRowUnits; }
+  void let_TextRowUnits(int32_t i) { plot_.iTextRowUnits = i; }
+  int32_t get_TextRowLGR() const { return plot_.iTextRowLGR; }
+  void let_TextRowLGR(int32_t i) { plot_.iTextRowLGR = i; }
+  int32_t get_TextRowIndex() const { return plot_.iTextRowIndex; }
+  void let_TextRowIndex(int32_t i) { plot_.iTextRowIndex = i; }
+  int32_t get_TextRowVerbose() const { return plot_.iTextRowVerbose; }
+  void let_TextRowVerbose(int32_t i) { plot_.iTextRowVerbose = i; }
+  int32_t get_TextRowWell() const { return plot_.iTextRowWell; }
+  void let_TextRowWell(int32_t i) { plot_.iTextRowWell = i; }
+  int32_t get_TextRowData() const { return plot_.iTextRowData; }
+  void let_TextRowData(int32_t i) { plot_.iTextRowData = i; }
+  int32_t get_TextRowFixed() const { return plot_.iTextRowFixed; }
+  void let_TextRowFixed(int32_t i) { plot_.iTextRowFixed = i; }
+  const std::string& get_TextRowDateFormat() const { return plot_.zTextRowDateFormat; }
+  void let_TextRowDateFormat(const std::string& z) { plot_.zTextRowDateFormat = z; }
 
   // ======== Simulator grid header ====================================================
-  bool get_INITA2NSet() const { return qINITA2NSet_; }
-  const Array<int32_t>& get_INITA2N() const { return iINITA2N_; }
+  bool get_INITA2NSet() const { return grid_.qINITA2NSet; }
+  const Array<int32_t>& get_INITA2N() const { return grid_.iINITA2N; }
   // qA2N true and a copy when a map is held; false and length 0 otherwise.
   void GetINITA2N(bool& qA2N, Array<int32_t>& A2N, int32_t& nA2N, bool& qOK) const;
   // Takes a copy and sets the flag; an empty array clears the flag and keeps
@@ -233,16 +234,16 @@ class mxDataSet {
   void SetNxNyNz(int32_t nx, int32_t ny, int32_t nz);
 
   // ======== Sizes and counts ======================================================
-  int32_t get_NumCols() const { return nCols_; }
+  int32_t get_NumCols() const { return headers_.nCols; }
   // The sum of the rows in use of all buffers.
   int32_t get_NumRows() const;
   // The same as NumRows: the capacity of the buffers is never shown.
   int32_t get_MaxRows() const { return get_NumRows(); }
-  int32_t get_NumberOfBuffers() const { return nBuffers_; }
-  int32_t get_NumCellsUncompressed() const { return nCellsUncompressed_; }
-  void SetNumCellsUncompressed(int32_t iNumCells) { nCellsUncompressed_ = iNumCells; }
-  int32_t get_NumMarkers() const { return nMarkers_; }
-  int32_t get_NumWells() const { return nWells_; }
+  int32_t get_NumberOfBuffers() const { return rows_.nBuffers; }
+  int32_t get_NumCellsUncompressed() const { return grid_.nCellsUncompressed; }
+  void SetNumCellsUncompressed(int32_t iNumCells) { grid_.nCellsUncompressed = iNumCells; }
+  int32_t get_NumMarkers() const { return wells_.nMarkers; }
+  int32_t get_NumWells() const { return wells_.nWells; }
   bool get_Initialised() const { return qInitialised_; }
   bool get_IsDirty() const { return qIsDirty_; }
   void let_IsDirty(bool q) { qIsDirty_ = q; }
@@ -253,9 +254,9 @@ class mxDataSet {
   // Never null after a set: a null argument puts a fresh object in place.
   // Sends "DATASET Initialised:" through the handler.
   void set_EventHandler(std::shared_ptr<mxNotifyData> handler);
-  std::shared_ptr<mxNotifyData> get_EventHandler() const { return EventHandler_; }
+  std::shared_ptr<mxNotifyData> get_EventHandler() const { return source_.EventHandler; }
   void set_IOEventHandler(std::shared_ptr<mxNotifyData> handler);
-  std::shared_ptr<mxNotifyData> get_IOEventHandler() const { return IOEventHandler_; }
+  std::shared_ptr<mxNotifyData> get_IOEventHandler() const { return source_.IOEventHandler; }
 
   // ======== Description array ==========================================================
   // Takes the data set's identity from the 66 slots a reader filled.
@@ -365,9 +366,9 @@ class mxDataSet {
   // Marks the data set no longer initialised; the data stay until release.
   void Terminate() { qInitialised_ = false; }
   bool ValidColumn(int32_t iColumn, bool qCheckActive) const;
-  bool ValidColumnIndex(int32_t iColumn) const { return iColumn >= 1 && iColumn <= nCols_; }
-  bool ValidWellIndex(int32_t iWell) const { return iWell >= 1 && iWell <= nWells_; }
-  bool IsMarkers() const { return nMarkers_ >= 1 && nWells_ >= 1; }
+  bool ValidColumnIndex(int32_t iColumn) const { return iColumn >= 1 && iColumn <= headers_.nCols; }
+  bool ValidWellIndex(int32_t iWell) const { return iWell >= 1 && iWell <= wells_.nWells; }
+  bool IsMarkers() const { return wells_.nMarkers >= 1 && wells_.nWells >= 1; }
 
   // ======== Buffers and dimensions ==================================================
   // Column records to nItems afresh; with rows, buffer 1's array too.
@@ -483,7 +484,7 @@ class mxDataSet {
   void GetClassIndex(Array<CLASSDATA>& ClassData, int32_t& nClasses, Array<int32_t>& ClassMemberList,
                      int32_t& nList) const;
   std::string getMemberName(int32_t n) const;
-  const Array<WELLINFO>& get_Wells() const { return wells_; }
+  const Array<WELLINFO>& get_Wells() const { return wells_.records; }
   // The kernel object of the columns computed at load time.
   const std::shared_ptr<mxAutomaticDQ>& get_ADQ() const { return xADQ_; }
 
@@ -595,7 +596,6 @@ class mxDataSet {
   // The description array handed back; used when a data set is stored or
   // made like another.
   bool GetClassVarsFromAttributes(Array<Variant>& vAttributes);
-  friend struct mxDataSetPrivateAccess;
   // The store offers it to the host by position (DSGetClassVarsFromAttributes).
   friend class mxDataStore;
 
@@ -618,8 +618,8 @@ class mxDataSet {
   // Drops what is derived from the columns' attribute pointers: the members
   // cache and the pointer index. Every write of a column's pointers calls it.
   void ColumnPointersChanged() {
-    qMembersCached_ = false;
-    pointerIndexValid_.fill(false);
+    caches_.qMembersCached = false;
+    caches_.pointerIndexValid.fill(false);
   }
   // The pointers of an id with a field, by column (element c-1 for column c).
   const int32_t* PointerColumn(int32_t iAttribute);
@@ -645,119 +645,158 @@ class mxDataSet {
   void ReadScratchFile(const std::string& zFileName, DATABUFFER& buf, bool& qOK);
   void RemoveScratchFile(const std::string& zFileName);
 
-  // ---- Identity and source
-  std::string zOrigin_, zUCaseOrigin_, zUniqueKey_;
-  int32_t iIndex_ = -1;
-  std::string zFileName_, zScratchFileName_;
-  bool qScratchFile_ = false;
-  std::string zCaseName_, zSimCase_, zGroupName_, zUCaseGroupName_, zTVGroupName_;
-  std::string zTVDisplayRoot_, zUCaseTVDisplayRoot_, zDataRootPath_, zDataRootUnique_,
-      zDataRootLeaf_;
-  std::string zDataClass_, zSourceType_, zSimulator_;
-  bool qEclipseNames_ = false;
-  int32_t iFileType_ = 3, iUnits_ = 0;
-  std::string zUnitSource_, zUnitCurrent_;
-  int32_t iUnitDataSource_ = 0;
-  std::string zDateStamp_;
-  int32_t iDateDay_ = 0, iDateMonth_ = 0, iDateYear_ = 0;
-  std::string zLGRName_, zTableName_, zObsName_;
-  int32_t iCreationMethod_ = 0, iDataSetDerivedFrom_ = 0;
-  bool qChild_ = false;
-  float sTimeInDays_ = -999.0f;
-  int32_t iBranch_ = 1;
-  std::string zRTMFilePattern_;
-  std::shared_ptr<mxNotifyData> EventHandler_, IOEventHandler_;
+  // ======== State, grouped by concern ===================================================
+  // Each group's defaults are written once, here; InitialiseVariables resets
+  // a group by assigning a fresh one and then sets what needs a computation
+  // (today's date stamp, the blank only-record, the first buffer).
 
-  // ---- Reading state
-  int32_t iStart_ = -1, iEnd_ = -1, iReadPosL_ = -1, iReadPosH_ = -1;
-  bool qNoRestart_ = true, qUnified_ = true, qFormatted_ = true, qAllData_ = true;
-  bool qNoInactive_ = false, qSelectionOnly_ = false;
-  bool qPerforations_ = false, qPerforationsSet_ = false;
-  bool qDeleteAfterFetch_ = false, qDeleteNow_ = false, qIgnoreInGRF_ = false;
-  bool qDualPorosity_ = false, qHysteresis_ = false, qEndPointScaling_ = false,
-       qDirEndPointScaling_ = false, qRevEndPointScaling_ = false, qAltEndPointScaling_ = false;
-  int32_t iPhase_ = 0;
-  std::string zOnly_;
-  Array2<uint8_t> bOnly_;
-  bool qOnly_ = false;
+  // Where the data set came from and what it is called.
+  struct SourceFields {
+    std::string zOrigin, zUCaseOrigin, zUniqueKey;
+    int32_t iIndex = -1;
+    std::string zFileName, zScratchFileName;
+    bool qScratchFile = false;
+    std::string zCaseName, zSimCase;
+    std::string zGroupName{kDefaultGroup}, zUCaseGroupName, zTVGroupName;
+    std::string zTVDisplayRoot, zUCaseTVDisplayRoot, zDataRootPath, zDataRootUnique,
+        zDataRootLeaf;
+    std::string zDataClass, zSourceType, zSimulator;
+    bool qEclipseNames = false;
+    int32_t iFileType = kDefaultFileType, iUnits = 0;
+    std::string zUnitSource, zUnitCurrent;
+    int32_t iUnitDataSource = 0;
+    std::string zDateStamp;
+    int32_t iDateDay = 0, iDateMonth = 0, iDateYear = 0;
+    std::string zLGRName, zTableName, zObsName;
+    int32_t iCreationMethod = 0, iDataSetDerivedFrom = 0;
+    bool qChild = false;
+    float sTimeInDays = kDefaultTimeInDays;
+    int32_t iBranch = 1;
+    std::string zRTMFilePattern;
+    std::shared_ptr<mxNotifyData> EventHandler, IOEventHandler;
+  };
 
-  // ---- Nulls, plot default, accumulation, text rows
-  double dNullValue_ = -999.0;
-  int32_t iUseNullVal_ = 1;
-  double dReaderNullValue_ = 0.0;
-  bool qReaderSetNull_ = false;
-  int32_t iDefaultX_ = -1;
-  bool qAccumulate_ = false;
-  int32_t iAccFrequency_ = 0;
-  std::string zAccInterval_;
-  Date dAccSimDate_, dAccAccDate_;
-  int32_t iAccRates_ = 0;
-  int32_t iTextRowName_ = 0, iTextRowUnits_ = 0, iTextRowLGR_ = 0, iTextRowIndex_ = 0,
-          iTextRowVerbose_ = 0, iTextRowWell_ = 0, iTextRowData_ = 0, iTextRowFixed_ = 0;
-  std::string zTextRowDateFormat_;
+  // How the reader read the source: ranges, file positions and options.
+  struct ReadingFields {
+    int32_t iStart = -1, iEnd = -1, iReadPosL = -1, iReadPosH = -1;
+    bool qNoRestart = true, qUnified = true, qFormatted = true, qAllData = true;
+    bool qNoInactive = false, qSelectionOnly = false;
+    bool qPerforations = false, qPerforationsSet = false;
+    bool qDeleteAfterFetch = false, qDeleteNow = false, qIgnoreInGRF = false;
+    bool qDualPorosity = false, qHysteresis = false, qEndPointScaling = false,
+         qDirEndPointScaling = false, qRevEndPointScaling = false, qAltEndPointScaling = false;
+    int32_t iPhase = 0;
+  };
 
-  // ---- Grid header
-  bool qINITA2NSet_ = false;
-  Array<int32_t> iINITA2N_;
-  int32_t nINITA2N_ = 0;
-  int32_t nx_ = 0, ny_ = 0, nz_ = 0;
-  bool qColumnMap_ = false;
-  Array<int32_t> iColumnMap_;
+  // Nulls, the plot's default X column, accumulation and text-file rows.
+  struct PlotFields {
+    double dNullValue = kDefaultNullValue;
+    int32_t iUseNullVal = 1;
+    double dReaderNullValue = 0.0;
+    bool qReaderSetNull = false;
+    int32_t iDefaultX = -1;
+    bool qAccumulate = false;
+    int32_t iAccFrequency = 0;
+    std::string zAccInterval;
+    Date dAccSimDate, dAccAccDate;
+    int32_t iAccRates = 0;
+    int32_t iTextRowName = 0, iTextRowUnits = 0, iTextRowLGR = 0, iTextRowIndex = 0,
+            iTextRowVerbose = 0, iTextRowWell = 0, iTextRowData = 0, iTextRowFixed = 0;
+    std::string zTextRowDateFormat;
+  };
 
-  // ---- Sizes and storage
-  int32_t nCols_ = 0;
-  int32_t nBuffers_ = 1;
-  Array<DATABUFFER> buffers_;
-  std::shared_ptr<AppendChunk> appendChunk_;
-  Array<COLUMNDATA> columns_;
-  int32_t nCellsUncompressed_ = 0, nMarkers_ = 0, nWells_ = 0;
-  bool qInitialised_ = false, qIsDirty_ = false;
+  // The grid behind array data: dimensions, active-to-natural map, column map.
+  struct GridFields {
+    bool qINITA2NSet = false;
+    Array<int32_t> iINITA2N;
+    int32_t nINITA2N = 0;
+    int32_t nx = 0, ny = 0, nz = 0;
+    bool qColumnMap = false;
+    Array<int32_t> iColumnMap;
+    int32_t nCellsUncompressed = 0;
+  };
 
-  // ---- Attributes
-  AttributePools pools_;
-  Array<CLASSDATA> classData_;
-  Array<int32_t> classMemberList_;
-  int32_t nClasses_ = 0, nClassList_ = 0;
-  Array<WELLINFO> wells_;
-  std::shared_ptr<mxAutomaticDQ> xADQ_;
+  // The numbers: row buffers sharing the same columns.
+  struct RowFields {
+    int32_t nBuffers = 1;
+    Array<DATABUFFER> buffers;
+    std::shared_ptr<AppendChunk> appendChunk;
+  };
 
-  // ---- Query caches
-  // Members of the class last asked for, 40 bytes a name, blank-padded.
-  bool qMembersCached_ = false;
-  std::string zMembersClass_;
-  int32_t nMembersCached_ = 0;
-  Array2<uint8_t> bMembersCached_;
+  // The columns' headers: attribute pointers, limits, pools, class index.
+  struct HeaderFields {
+    int32_t nCols = 0;
+    Array<COLUMNDATA> columns;
+    AttributePools pools;
+    Array<CLASSDATA> classData;
+    Array<int32_t> classMemberList;
+    int32_t nClasses = 0, nClassList = 0;
+  };
+
+  // Wells and markers.
+  struct WellFields {
+    Array<WELLINFO> records;
+    int32_t nMarkers = 0, nWells = 0;
+  };
+
+  // Selections: the only-list, row and column lists.
+  struct ListFields {
+    std::string zOnly;
+    Array2<uint8_t> bOnly;
+    bool qOnly = false;
+    bool qRowMask = false;
+    Array<int32_t> iRowMask;
+    int32_t nRowMask = 0;
+    bool qColumnMask = false;
+    Array<int32_t> iColumnMask;
+    int32_t nColumnMask = 0;
+  };
+
   // Row ranges of items, by "class item".
   struct INDEXRANGE {
     int32_t iStart = 0;
     int32_t iEnd = 0;
     std::string zKey;
   };
-  Array<INDEXRANGE> indexRanges_;
-  int32_t nIndexRanges_ = 0;
   // The pointers of one attribute id for all columns, one after the other,
   // for searches that read an attribute of every column: a scan then reads
-  // four bytes a column instead of a whole column record. Built on first use
-  // and dropped by ColumnPointersChanged, which every write of a column's
-  // pointers calls.
+  // four bytes a column instead of a whole column record.
   static constexpr std::size_t kPointerIds = 15;  // ids 1..14
-  std::array<std::vector<int32_t>, kPointerIds> pointerIndex_;
-  std::array<bool, kPointerIds> pointerIndexValid_{};
 
-  // ---- Seams for the pieces that arrive later. Each flag stays off until
-  // the piece that sets it exists; the branches that test it say what the
-  // piece does.
-  // Columns live on disk and are fetched at first read.
-  bool qFetchOnDemand_ = false;
-  // A tabulated function is attached and the data set presents it as rows.
-  bool qTableMode_ = false;
-  // Row and column selections applied to extraction and headers.
-  bool qRowMask_ = false;
-  Array<int32_t> iRowMask_;
-  int32_t nRowMask_ = 0;
-  bool qColumnMask_ = false;
-  Array<int32_t> iColumnMask_;
-  int32_t nColumnMask_ = 0;
+  // What queries keep between calls; every write of a column's pointers drops
+  // what depends on them (ColumnPointersChanged).
+  struct CacheFields {
+    // Members of the class last asked for, 40 bytes a name, blank-padded.
+    bool qMembersCached = false;
+    std::string zMembersClass;
+    int32_t nMembersCached = 0;
+    Array2<uint8_t> bMembersCached;
+    Array<INDEXRANGE> indexRanges;
+    int32_t nIndexRanges = 0;
+    std::array<std::vector<int32_t>, kPointerIds> pointerIndex;
+    std::array<bool, kPointerIds> pointerIndexValid{};
+  };
+
+  // Columns that live on disk, and a tabulated function shown as rows. Each
+  // flag stays off until the piece that sets it exists; the branches that
+  // test it say what the piece does.
+  struct FetchFields {
+    bool qFetchOnDemand = false;
+    bool qTableMode = false;
+  };
+
+  SourceFields source_;
+  ReadingFields reading_;
+  PlotFields plot_;
+  GridFields grid_;
+  RowFields rows_;
+  HeaderFields headers_;
+  WellFields wells_;
+  ListFields lists_;
+  CacheFields caches_;
+  FetchFields fetch_;
+  std::shared_ptr<mxAutomaticDQ> xADQ_;
+  bool qInitialised_ = false, qIsDirty_ = false;
 };
 
 }  // namespace vndata

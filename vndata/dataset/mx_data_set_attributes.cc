@@ -4,8 +4,10 @@
 #include <vector>
 
 #include "vndata/dataset/mx_data_set.h"
+#include "vndata/foundation/internal/column_pointers.h"
 #include "vndata/foundation/packed_headers.h"
 #include "vndata/foundation/vocabulary.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/runtime_fault.h"
 #include "vndata/platform/string_tools.h"
 
@@ -13,10 +15,10 @@ namespace vndata {
 
 // ---- Pools ----------------------------------------------------------------------------------
 
-ByteStore* mxDataSet::Pool(int32_t iAttribute) const { return pools_(iAttribute).get(); }
+ByteStore* mxDataSet::Pool(int32_t iAttribute) const { return headers_.pools(iAttribute).get(); }
 
 ByteStore& mxDataSet::MakePool(int32_t iAttribute) {
-  std::shared_ptr<ByteStore>& slot = pools_(iAttribute);
+  std::shared_ptr<ByteStore>& slot = headers_.pools(iAttribute);
   if (!slot) slot = std::make_shared<ByteStore>();
   return *slot;
 }
@@ -27,13 +29,13 @@ ByteStore& mxDataSet::MakePool(int32_t iAttribute) {
 void mxDataSet::SetStoreAttribute(int32_t iAttribute, const std::string& zValue) {
   ColumnPointersChanged();
   const int32_t cell = MakePool(iAttribute).AddString(zValue, true, false);
-  for (int32_t c = 1; c <= nCols_; ++c) WriteAttributePointer(columns_(c).Pointers, iAttribute, cell);
+  for (int32_t c = 1; c <= headers_.nCols; ++c) WriteAttributePointer(headers_.columns(c).Pointers, iAttribute, cell);
 }
 
 void mxDataSet::SetSingleStoreAttribute(int32_t iColumn, int32_t iAttribute, const std::string& zValue) {
   ColumnPointersChanged();
   const int32_t cell = MakePool(iAttribute).AddString(zValue, true, false);
-  WriteAttributePointer(columns_(iColumn).Pointers, iAttribute, cell);
+  WriteAttributePointer(headers_.columns(iColumn).Pointers, iAttribute, cell);
 }
 
 // ---- Reading by attribute id -----------------------------------------------------------------
@@ -52,7 +54,7 @@ void mxDataSet::StoredAttributeCore(int32_t iColumn, int32_t iAttribute, std::st
     return;
   }
   int32_t p = -1;
-  if (!ReadAttributePointer(columns_(iColumn).Pointers, iAttribute, p)) {
+  if (!ReadAttributePointer(headers_.columns(iColumn).Pointers, iAttribute, p)) {
     // Ids 3 and 13, and ids outside 1..14, carry nothing.
     qOK = true;
     return;
@@ -117,7 +119,7 @@ int32_t mxDataSet::GetStoredAttributeSize(int32_t iColumn, int32_t iAttribute, b
     // Id 1 deliberately has no size here: a path's length is kept in the
     // column record.
     int32_t p = -1;
-    if (!ReadAttributePointer(columns_(iColumn).Pointers, iAttribute, p)) return;
+    if (!ReadAttributePointer(headers_.columns(iColumn).Pointers, iAttribute, p)) return;
     const ByteStore* pool = Pool(iAttribute);
     nSize = pool == nullptr ? 0 : pool->GetLength(p);
   });
@@ -126,7 +128,7 @@ int32_t mxDataSet::GetStoredAttributeSize(int32_t iColumn, int32_t iAttribute, b
 
 int32_t mxDataSet::NumberStoredAttributes(int32_t iAttribute) const {
   if (!IsStoredAttribute(iAttribute)) return 0;
-  if (!pools_.IsAllocated()) return -1;
+  if (!headers_.pools.IsAllocated()) return -1;
   const ByteStore* pool = Pool(iAttribute);
   return pool == nullptr ? -1 : pool->Count();
 }
@@ -141,7 +143,7 @@ void mxDataSet::SetAttributes(int32_t ThisCol, const Array<std::string>& zAttrib
     for (int32_t id = 1; id <= kNumAttributes; ++id)
       cells[id] = MakePool(id).AddString(zAttributes(id), true, false);
     // Ids 1, 3 and 13 have no pointer: their texts stay in their pools only.
-    VECTORDATA& v = columns_(ThisCol).Pointers;
+    VECTORDATA& v = headers_.columns(ThisCol).Pointers;
     for (int32_t id = 1; id <= kNumAttributes; ++id) WriteAttributePointer(v, id, cells[id]);
     qOK = true;
   });
@@ -170,7 +172,7 @@ int32_t mxDataSet::FindAttributePosition(int32_t iAttribute, const std::string& 
   RunGuarded("mxDataSet  (FindAttributePosition)", [&] {
     if (zText.empty()) return;
     if (iAttribute == TREEVIEWPATH) {
-      for (int32_t c = 1; c <= nCols_; ++c)
+      for (int32_t c = 1; c <= headers_.nCols; ++c)
         if (StringTools::Equal(ComputedTreePath(c), zText, false)) {
           iFound = c;
           return;
@@ -190,9 +192,9 @@ int32_t mxDataSet::FindAttributePosition(int32_t iAttribute, const std::string& 
         qAny = true;
       }
     if (!qAny) return;
-    for (int32_t c = 1; c <= nCols_; ++c) {
+    for (int32_t c = 1; c <= headers_.nCols; ++c) {
       int32_t p = -1;
-      if (!ReadAttributePointer(columns_(c).Pointers, iAttribute, p)) return;
+      if (!ReadAttributePointer(headers_.columns(c).Pointers, iAttribute, p)) return;
       if (p >= 1 && p <= nCells && match[static_cast<std::size_t>(p)]) {
         iFound = c;
         return;
@@ -212,7 +214,7 @@ void mxDataSet::CompareAttribute(int32_t iColumn, int32_t iAttribute, const std:
       return;
     }
     int32_t p = -1;
-    if (ReadAttributePointer(columns_(iColumn).Pointers, iAttribute, p)) qResult = p == iCell;
+    if (ReadAttributePointer(headers_.columns(iColumn).Pointers, iAttribute, p)) qResult = p == iCell;
   });
 }
 
@@ -223,7 +225,7 @@ void mxDataSet::SetByteStore(int32_t iAtt, const std::shared_ptr<ByteStore>& xSt
   RunGuarded("mxDataSet  (SetByteStore)", [&] {
     ColumnPointersChanged();
     if (!IsStoredAttribute(iAtt)) return;
-    pools_(iAtt) = xStore;
+    headers_.pools(iAtt) = xStore;
     qOK = true;
   });
 }
@@ -232,7 +234,7 @@ void mxDataSet::GetByteStore(int32_t iAtt, std::shared_ptr<ByteStore>& xStore, b
   qOK = false;
   RunGuarded("mxDataSet  (GetByteStore)", [&] {
     if (!IsStoredAttribute(iAtt)) return;
-    xStore = pools_(iAtt);
+    xStore = headers_.pools(iAtt);
     qOK = true;
   });
 }
@@ -241,7 +243,7 @@ void mxDataSet::SetByteStoreArray(const AttributePools& xStore, bool& qOK) {
   qOK = false;
   RunGuarded("mxDataSet  (SetByteStoreArray)", [&] {
     ColumnPointersChanged();
-    pools_ = xStore;
+    headers_.pools = xStore;
     qOK = true;
   });
 }
@@ -249,7 +251,7 @@ void mxDataSet::SetByteStoreArray(const AttributePools& xStore, bool& qOK) {
 void mxDataSet::GetByteStoreArray(AttributePools& xStore, bool& qOK) const {
   qOK = false;
   RunGuarded("mxDataSet  (GetByteStoreArray)", [&] {
-    xStore = pools_;
+    xStore = headers_.pools;
     qOK = true;
   });
 }
@@ -261,18 +263,18 @@ void mxDataSet::InitialiseByteStore(const AttributePools& xStore, const Array2<u
   qOK = false;
   RunGuarded("mxDataSet  (InitialiseByteStore)", [&] {
     ColumnPointersChanged();
-    pools_ = xStore;
-    if (nCols_ >= 1) {
+    headers_.pools = xStore;
+    if (headers_.nCols >= 1) {
       // The pointer records are taken as they stand, 24 bytes a column.
-      (void)bPointers(kVectorDataSize, nCols_);
+      (void)bPointers(kVectorDataSize, headers_.nCols);
       const std::size_t stride = bPointers.Rows();
       const uint8_t* src = &bPointers(1, 1);
-      for (int32_t c = 1; c <= nCols_; ++c)
-        std::memcpy(&columns_(c).Pointers, src + (c - 1) * stride, kVectorDataSize);
+      for (int32_t c = 1; c <= headers_.nCols; ++c)
+        std::memcpy(&headers_.columns(c).Pointers, src + (c - 1) * stride, kVectorDataSize);
     }
     bool qStep = false;
     RebuildClassIndex(qStep);
-    if (!StringTools::Equal(zSimulator_, "UTCHEM", false)) RebuildWellNames(qStep);
+    if (!StringTools::Equal(source_.zSimulator, "UTCHEM", false)) RebuildWellNames(qStep);
     qOK = true;
   });
 }
@@ -305,16 +307,16 @@ void mxDataSet::InitialiseColumnAttributes(const Array<std::string>& zHeaders, b
 
 void mxDataSet::InitColumnDataArray(int32_t iFirstColumn, bool& qOK) {
   ColumnPointersChanged();
-  qOK = vndata::InitColumnDataArray(columns_, iFirstColumn);
+  qOK = vndata::InitColumnDataArray(headers_.columns, iFirstColumn);
 }
 
 // ---- Class index and well names ----------------------------------------------------------------
 
 void mxDataSet::RebuildClassIndex(bool& qOK) {
-  classData_.Erase();
-  classMemberList_.Erase();
-  nClasses_ = nClassList_ = 0;
-  qOK = setClassPointerData(pools_, columns_, classData_, nClasses_, nClassList_, classMemberList_);
+  headers_.classData.Erase();
+  headers_.classMemberList.Erase();
+  headers_.nClasses = headers_.nClassList = 0;
+  qOK = setClassPointerData(headers_.pools, headers_.columns, headers_.classData, headers_.nClasses, headers_.nClassList, headers_.classMemberList);
 }
 
 // The members of the class "WELL", or else "WELLS", become the well names.
@@ -322,24 +324,24 @@ void mxDataSet::RebuildWellNames(bool qOK) {
   if (!qOK) return;
   Array<int32_t> iMembers;
   int32_t nMembers = 0;
-  getClassPointerList(Pool(ATT_CLASS), "WELL,WELLS", classData_, classMemberList_, iMembers, nMembers);
+  getClassPointerList(Pool(ATT_CLASS), "WELL,WELLS", headers_.classData, headers_.classMemberList, iMembers, nMembers);
   Array<std::string> zNames;
   if (nMembers > 0) {
     zNames.ReDim(1, nMembers);
     const ByteStore* members = Pool(ATT_MEMBER);
     for (int32_t i = 1; i <= nMembers; ++i) zNames(i) = members->GetString(iMembers(i));
   }
-  setMemberNames(zNames, nMembers, wells_, nWells_);
+  setMemberNames(zNames, nMembers, wells_.records, wells_.nWells);
 }
 
 void mxDataSet::GetClassIndex(Array<CLASSDATA>& ClassData, int32_t& nClasses,
                               Array<int32_t>& ClassMemberList, int32_t& nList) const {
-  ClassData = classData_;
-  nClasses = nClasses_;
-  ClassMemberList = classMemberList_;
-  nList = nClassList_;
+  ClassData = headers_.classData;
+  nClasses = headers_.nClasses;
+  ClassMemberList = headers_.classMemberList;
+  nList = headers_.nClassList;
 }
 
-std::string mxDataSet::getMemberName(int32_t n) const { return vndata::getMemberName(wells_, nWells_, n); }
+std::string mxDataSet::getMemberName(int32_t n) const { return vndata::getMemberName(wells_.records, wells_.nWells, n); }
 
 }  // namespace vndata

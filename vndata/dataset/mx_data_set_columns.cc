@@ -6,6 +6,7 @@
 
 #include "vndata/dataset/mx_data_set.h"
 #include "vndata/platform/array_tools.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/runtime_fault.h"
 
 namespace vndata {
@@ -33,7 +34,7 @@ int16_t CreationTypeOf(int32_t iCreationType) {
 void mxDataSet::AddDataColumn(const Array<float>& sVals, const Array<std::string>& zAttributes,
                               bool& qOK, int32_t iCreationType) {
   // Columns held outside the buffers (fetched from disk) take the light form.
-  AddColumn(sVals, zAttributes, qOK, iCreationType, qFetchOnDemand_);
+  AddColumn(sVals, zAttributes, qOK, iCreationType, fetch_.qFetchOnDemand);
 }
 
 void mxDataSet::AddColumn(const Array<float>& sVals, const Array<std::string>& zAttributes, bool& qOK,
@@ -46,11 +47,11 @@ void mxDataSet::AddColumn(const Array<float>& sVals, const Array<std::string>& z
   qOK = false;
   RunGuarded("mxDataSet  (AddColumn)", [&] {
     const int16_t iType = CreationTypeOf(iCreationType);
-    const int32_t c = nCols_ + 1;
+    const int32_t c = headers_.nCols + 1;
     if (qRecordsOnly) {
       ResizeColumnRecords(c, false);
       qInitialised_ = true;
-      COLUMNDATA& col = columns_(c);
+      COLUMNDATA& col = headers_.columns(c);
       col.iCreationType = iType;
       bool qStep = false;
       SetAttributes(c, zAttributes, qStep);
@@ -70,9 +71,9 @@ void mxDataSet::AddColumn(const Array<float>& sVals, const Array<std::string>& z
     }
     // A column must be contiguous over all rows, so appended buffers are
     // merged back into one first.
-    if (nBuffers_ > 1) MergeArraysCore();
+    if (rows_.nBuffers > 1) MergeArraysCore();
     const int32_t r = sVals.UBound();
-    DATABUFFER& b1 = buffers_(1);
+    DATABUFFER& b1 = rows_.buffers(1);
     if (c == 1) {
       DimensionBufferArray(b1, true, r, 1, r);
       ResizeColumnRecords(1, false);
@@ -85,7 +86,7 @@ void mxDataSet::AddColumn(const Array<float>& sVals, const Array<std::string>& z
       DimensionBufferArray(b1, true, r, b1.nColumns, r);
       qIsDirty_ = true;
     }
-    columns_(c).iCreationType = iType;
+    headers_.columns(c).iCreationType = iType;
     bool qStep = false;
     SetAttributes(c, zAttributes, qStep);
     if (!qStep) return;
@@ -108,8 +109,8 @@ bool mxDataSet::GetValues(int32_t ThisCol, Array<float>& ThisColumnValues) {
     if (n < 1) return;
     SizeOneBased(ThisColumnValues, n);
     float* out = ThisColumnValues.data();
-    for (int32_t b = 1; b <= nBuffers_; ++b) {
-      const DATABUFFER& buf = buffers_(b);
+    for (int32_t b = 1; b <= rows_.nBuffers; ++b) {
+      const DATABUFFER& buf = rows_.buffers(b);
       if (buf.nRowsInUse < 1) continue;
       std::memcpy(out, buf.values.Column(ThisCol), sizeof(float) * static_cast<std::size_t>(buf.nRowsInUse));
       out += buf.nRowsInUse;
@@ -128,7 +129,7 @@ bool mxDataSet::GetValue(int32_t Row, int32_t Column, float& dVal) {
     bool qFound = false;
     TranslateRowToBufferAndRow(Row, iBuffer, iRowInBuffer, qFound);
     if (iRowInBuffer < 1) {
-      qResult = dNullValue_ != 0.0;
+      qResult = plot_.dNullValue != 0.0;
       return;
     }
     // The buffer found is read at the row as given, not the translated one.
@@ -141,7 +142,7 @@ bool mxDataSet::GetValueBuffer(int32_t iBuffer, int32_t Row, int32_t Column, flo
   bool qResult = false;
   RunGuarded("mxDataSet  (GetValueBuffer)", [&] {
     if (Row == 0 || Column == 0 || !ValidColumn(Column, true)) return;
-    dVal = buffers_(iBuffer).values(Row, Column);
+    dVal = rows_.buffers(iBuffer).values(Row, Column);
     qResult = true;
   });
   return qResult;
@@ -160,7 +161,7 @@ void mxDataSet::SetValue(int32_t Row, int32_t Column, float dVal) {
 void mxDataSet::SetValueBuffer(int32_t iBuffer, int32_t Row, int32_t Column, float dVal) {
   RunGuarded("mxDataSet  (SetValueBuffer)", [&] {
     if (Row == 0 || Column == 0) return;
-    buffers_(iBuffer).values(Row, Column) = dVal;
+    rows_.buffers(iBuffer).values(Row, Column) = dVal;
   });
 }
 
@@ -185,7 +186,7 @@ void mxDataSet::SetColumnValues(int32_t Index, const Array<float>& sVals, bool& 
 void mxDataSet::SetValuesOnly(int32_t Index, const Array<float>& sVals, bool& qOK) {
   qOK = false;
   RunGuarded("mxDataSet  (SetValuesOnly)", [&] {
-    if (nBuffers_ < 2) {
+    if (rows_.nBuffers < 2) {
       SetValuesBuffer(1, Index, sVals, qOK, false);
       return;
     }
@@ -193,8 +194,8 @@ void mxDataSet::SetValuesOnly(int32_t Index, const Array<float>& sVals, bool& qO
     int64_t from = 0;
     const int64_t nTotal = sVals.IsAllocated() ? static_cast<int64_t>(sVals.size()) : 0;
     const float* src = sVals.data();
-    for (int32_t b = 1; b <= nBuffers_ && from < nTotal; ++b) {
-      const int32_t n = static_cast<int32_t>(std::min<int64_t>(buffers_(b).nRowsInUse, nTotal - from));
+    for (int32_t b = 1; b <= rows_.nBuffers && from < nTotal; ++b) {
+      const int32_t n = static_cast<int32_t>(std::min<int64_t>(rows_.buffers(b).nRowsInUse, nTotal - from));
       if (n < 1) continue;
       SetValuesBufferCore(b, Index, src + from, n, false);
       from += n;
@@ -219,7 +220,7 @@ void mxDataSet::SetValuesBuffer(int32_t iBuffer, int32_t Index, const Array<floa
 
 void mxDataSet::SetValuesBufferCore(int32_t iBuffer, int32_t Index, const float* sVals, int32_t nVals,
                                     bool qUpdateLimits) {
-  DATABUFFER& buf = buffers_(iBuffer);
+  DATABUFFER& buf = rows_.buffers(iBuffer);
   // The values must fit the buffer before anything is written.
   if (nVals > 0) (void)buf.values(nVals, Index);
   buf.nRowsInUse = nVals;
@@ -228,7 +229,7 @@ void mxDataSet::SetValuesBufferCore(int32_t iBuffer, int32_t Index, const float*
   if (qUpdateLimits) {
     float mn = kLimitSeedMin, mx = kLimitSeedMax;
     VectorMinMaxCore(sVals, nVals, mn, mx);
-    COLUMNDATA& col = columns_(Index);
+    COLUMNDATA& col = headers_.columns(Index);
     col.dMinVal = mn;
     col.dMaxVal = mx;
     col.qLimitsValid = true;
@@ -238,12 +239,12 @@ void mxDataSet::SetValuesBufferCore(int32_t iBuffer, int32_t Index, const float*
 // ---- Rows ---------------------------------------------------------------------------------------
 
 bool mxDataSet::GetRowValuesBuffer(int32_t iBuffer, int32_t iRowInBuffer, float* sRow) const {
-  const DATABUFFER& buf = buffers_(iBuffer);
-  if (nCols_ < 1) return false;
-  (void)buf.values(iRowInBuffer, nCols_);
+  const DATABUFFER& buf = rows_.buffers(iBuffer);
+  if (headers_.nCols < 1) return false;
+  (void)buf.values(iRowInBuffer, headers_.nCols);
   const float* base = &buf.values(iRowInBuffer, 1);
   const std::size_t stride = buf.values.Rows();
-  for (int32_t j = 0; j < nCols_; ++j) sRow[j] = base[j * stride];
+  for (int32_t j = 0; j < headers_.nCols; ++j) sRow[j] = base[j * stride];
   return true;
 }
 
@@ -272,8 +273,8 @@ bool mxDataSet::GetRowValues(int32_t iRow, Array<float>& sVals) {
   bool qResult = false;
   RunGuarded("mxDataSet  (GetRowValues)", [&] {
     int32_t b = 0, r = 0;
-    if (nCols_ < 1 || !LocateRow(buffers_, nBuffers_, iRow, b, r)) return;
-    SizeOneBased(sVals, nCols_);
+    if (headers_.nCols < 1 || !LocateRow(rows_.buffers, rows_.nBuffers, iRow, b, r)) return;
+    SizeOneBased(sVals, headers_.nCols);
     qResult = GetRowValuesBuffer(b, r, sVals.data());
   });
   return qResult;
@@ -283,14 +284,14 @@ bool mxDataSet::GetRowValuesMulti(int32_t iRowFirst, int32_t iRowLast, Array2<fl
   bool qResult = false;
   RunGuarded("mxDataSet  (GetRowValuesMulti)", [&] {
     const int32_t n = iRowLast - iRowFirst + 1;
-    if (n < 1 || nCols_ < 1) return;
-    Array2<float> out(1, n, 1, nCols_);
-    std::vector<float> row(static_cast<std::size_t>(nCols_));
+    if (n < 1 || headers_.nCols < 1) return;
+    Array2<float> out(1, n, 1, headers_.nCols);
+    std::vector<float> row(static_cast<std::size_t>(headers_.nCols));
     for (int32_t i = 1; i <= n; ++i) {
       int32_t b = 0, r = 0;
-      if (!LocateRow(buffers_, nBuffers_, iRowFirst + i - 1, b, r)) return;
+      if (!LocateRow(rows_.buffers, rows_.nBuffers, iRowFirst + i - 1, b, r)) return;
       GetRowValuesBuffer(b, r, row.data());
-      for (int32_t j = 1; j <= nCols_; ++j) out(i, j) = row[static_cast<std::size_t>(j - 1)];
+      for (int32_t j = 1; j <= headers_.nCols; ++j) out(i, j) = row[static_cast<std::size_t>(j - 1)];
     }
     sVals.Swap(out);
     qResult = true;
@@ -324,15 +325,15 @@ void mxDataSet::GetMaskedValues(int32_t iColumn, const Array<bool>& qMask, Array
 
 std::intptr_t mxDataSet::ColumnAddress(int32_t ThisCol, int32_t ThisRow) {
   if (!ValidColumnIndex(ThisCol)) return 0;
-  if (nBuffers_ > 1) {
+  if (rows_.nBuffers > 1) {
     bool qMerged = false;
     MergeArrays(qMerged);
     if (!qMerged) return 0;
   }
   // A column on disk gives the address of its own loaded values; that
   // arrives with the column fetch machinery.
-  if (!columns_(ThisCol).qActive) return 0;
-  return reinterpret_cast<std::intptr_t>(&buffers_(1).values(ThisRow, ThisCol));
+  if (!headers_.columns(ThisCol).qActive) return 0;
+  return reinterpret_cast<std::intptr_t>(&rows_.buffers(1).values(ThisRow, ThisCol));
 }
 
 std::intptr_t mxDataSet::ValuesPtr(int32_t ThisCol) {
@@ -350,19 +351,19 @@ std::intptr_t mxDataSet::ValuesRowPtr(int32_t ThisCol, int32_t ThisRow) {
 // ---- Per-column flags -------------------------------------------------------------------------------
 
 int16_t mxDataSet::GetCreationType(int32_t iColumn) const {
-  return ValidColumnIndex(iColumn) ? columns_(iColumn).iCreationType : 0;
+  return ValidColumnIndex(iColumn) ? headers_.columns(iColumn).iCreationType : 0;
 }
 
 void mxDataSet::SetCreationType(int32_t iColumn, int16_t iCreationType) {
-  if (ValidColumnIndex(iColumn)) columns_(iColumn).iCreationType = iCreationType;
+  if (ValidColumnIndex(iColumn)) headers_.columns(iColumn).iCreationType = iCreationType;
 }
 
 bool mxDataSet::get_qLoaded(int32_t iVector) const {
-  return ValidColumnIndex(iVector) && columns_(iVector).qLoaded;
+  return ValidColumnIndex(iVector) && headers_.columns(iVector).qLoaded;
 }
 
 void mxDataSet::let_qLoaded(int32_t iVector, bool qLoaded) {
-  if (ValidColumnIndex(iVector)) columns_(iVector).qLoaded = qLoaded;
+  if (ValidColumnIndex(iVector)) headers_.columns(iVector).qLoaded = qLoaded;
 }
 
 }  // namespace vndata

@@ -2,8 +2,10 @@
 #include <cstring>
 
 #include "vndata/dataset/mx_data_set.h"
+#include "vndata/foundation/internal/column_pointers.h"
 #include "vndata/foundation/packed_headers.h"
 #include "vndata/foundation/vocabulary.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/runtime_fault.h"
 
 namespace vndata {
@@ -25,11 +27,11 @@ void mxDataSet::packSinglebHeaders(const std::shared_ptr<ByteStore>& xPool, int3
                                    Array2<uint8_t>& bHeaders, bool& qOK) {
   qOK = false;
   RunGuarded("mxDataSet  (packSinglebHeaders)", [&] {
-    ShapeHeaders(bHeaders, nCols_);
+    ShapeHeaders(bHeaders, headers_.nCols);
     if (xPool && xPool->Count() > 0) {
       Array<int32_t> iPointers;
-      if (!getSingleAttributePointers(columns_, iAttribute, iPointers)) return;
-      PackField(*xPool, iAttribute, iPointers, nCols_, bHeaders);
+      if (!getSingleAttributePointers(headers_.columns, iAttribute, iPointers)) return;
+      PackField(*xPool, iAttribute, iPointers, headers_.nCols, bHeaders);
     }
     qOK = true;
   });
@@ -40,7 +42,7 @@ void mxDataSet::packbHeaders(Array2<uint8_t>& bHeaders, bool& qOK) {
   RunGuarded("mxDataSet  (packbHeaders)", [&] {
     for (int32_t id : kPackOrder) {
       bool qOne = false;
-      packSinglebHeaders(pools_(id), id, bHeaders, qOne);
+      packSinglebHeaders(headers_.pools(id), id, bHeaders, qOne);
       if (!qOne) return;
     }
     qOK = true;
@@ -52,7 +54,7 @@ void mxDataSet::PackRecordCore(int32_t iColumn, const ByteStore* pool, int32_t i
   ShapeRecord(bRecord);
   if (pool == nullptr || pool->Count() < 1) return;
   int32_t p = -1;
-  if (!ReadAttributePointer(columns_(iColumn).Pointers, iAttribute, p)) return;
+  if (!ReadAttributePointer(headers_.columns(iColumn).Pointers, iAttribute, p)) return;
   PackCell(*pool, iAttribute, p, bRecord.data());
 }
 
@@ -94,8 +96,8 @@ void mxDataSet::UnpackbHeader(const Array2<uint8_t>& bHeaders, int32_t iAttribut
     if (cells.IsAllocated()) {
       const int32_t f = iFirstColumn < 2 ? 1 : iFirstColumn;
       const int32_t n = static_cast<int32_t>(cells.size());
-      (void)columns_(f + n - 1);
-      for (int32_t i = 1; i <= n; ++i) WriteAttributePointer(columns_(f - 1 + i).Pointers, iAttribute, cells(i));
+      (void)headers_.columns(f + n - 1);
+      for (int32_t i = 1; i <= n; ++i) WriteAttributePointer(headers_.columns(f - 1 + i).Pointers, iAttribute, cells(i));
     }
     qOK = true;
   });
@@ -104,7 +106,7 @@ void mxDataSet::UnpackbHeader(const Array2<uint8_t>& bHeaders, int32_t iAttribut
 bool mxDataSet::UnpackbHeadersCore(const Array2<uint8_t>& bHeaders, int32_t iFirstColumn) {
   for (int32_t id : kPackOrder) {
     bool qOne = false;
-    UnpackbHeader(bHeaders, id, pools_(id), qOne, UnpackReserve(id), iFirstColumn);
+    UnpackbHeader(bHeaders, id, headers_.pools(id), qOne, UnpackReserve(id), iFirstColumn);
     if (!qOne) return false;
   }
   return true;
@@ -117,13 +119,13 @@ void mxDataSet::UnpackbHeaders(const Array2<uint8_t>& bHeaders, bool& qOK, int32
 
 void mxDataSet::UnpackSingleCore(int32_t iColumn, const Array<uint8_t>& bRecord, int32_t iAttribute) {
   ColumnPointersChanged();
-  std::shared_ptr<ByteStore>& slot = pools_(iAttribute);
+  std::shared_ptr<ByteStore>& slot = headers_.pools(iAttribute);
   if (!slot) slot = std::make_shared<ByteStore>();
   const std::string zText =
       ExtractAttribute(iAttribute, bRecord.data(), static_cast<int32_t>(bRecord.size()));
   // An empty field adds nothing: the attribute has no value.
   const int32_t cell = zText.empty() ? -1 : slot->AddString(zText, true, false);
-  WriteAttributePointer(columns_(iColumn).Pointers, iAttribute, cell);
+  WriteAttributePointer(headers_.columns(iColumn).Pointers, iAttribute, cell);
 }
 
 void mxDataSet::UnpackSinglebHeader(int32_t iColumn, const Array<uint8_t>& bRecord, int32_t iAttribute,
@@ -135,7 +137,7 @@ void mxDataSet::UnpackSinglebHeader(int32_t iColumn, const Array<uint8_t>& bReco
     const std::string zText =
         ExtractAttribute(iAttribute, bRecord.data(), static_cast<int32_t>(bRecord.size()));
     const int32_t cell = zText.empty() ? -1 : xPool->AddString(zText, true, false);
-    WriteAttributePointer(columns_(iColumn).Pointers, iAttribute, cell);
+    WriteAttributePointer(headers_.columns(iColumn).Pointers, iAttribute, cell);
     qOK = true;
   });
 }
@@ -165,9 +167,9 @@ void mxDataSet::InitByteStorage(bool qCreate, bool& qOK) {
   qOK = false;
   RunGuarded("mxDataSet  (InitByteStorage)", [&] {
     if (qCreate)
-      pools_.ReDim(1, kNumAttributes);
+      headers_.pools.ReDim(1, kNumAttributes);
     else
-      pools_.Erase();
+      headers_.pools.Erase();
     qOK = true;
   });
 }
@@ -179,7 +181,7 @@ void mxDataSet::bExtractDataHeaders(Array2<uint8_t>& bHeaders, bool& qOK) {
   RunGuarded("mxDataSet  (bExtractDataHeaders)", [&] {
     if (!qInitialised_) return;
     // Columns on disk are counted by NumCols; in memory by the first buffer.
-    const int32_t n = qFetchOnDemand_ ? nCols_ : buffers_(1).nColumns;
+    const int32_t n = fetch_.qFetchOnDemand ? headers_.nCols : rows_.buffers(1).nColumns;
     if (n == 0) return;
     BlankHeaders(bHeaders, n);
     packbHeaders(bHeaders, qOK);
@@ -190,23 +192,23 @@ void mxDataSet::bExtractHeaders(Array2<uint8_t>& bHeaders, bool& qOK) {
   qOK = false;
   RunGuarded("mxDataSet  (bExtractHeaders)", [&] {
     if (!qInitialised_) return;
-    if (qFetchOnDemand_) {
+    if (fetch_.qFetchOnDemand) {
       bgetHeaders(bHeaders, qOK);
       return;
     }
-    const DATABUFFER& b1 = buffers_(1);
+    const DATABUFFER& b1 = rows_.buffers(1);
     if (b1.nRowsInUse < 1 || b1.nColumns == 0) return;
     Array2<uint8_t> all;
     BlankHeaders(all, b1.nColumns);
     bool qPacked = false;
     packbHeaders(all, qPacked);
     if (!qPacked) return;
-    if (qColumnMask_) {
+    if (lists_.qColumnMask) {
       // Only the records of the selected columns, in the order of the selection.
       Array2<uint8_t> kept;
-      BlankHeaders(kept, nColumnMask_);
-      for (int32_t j = 1; j <= nColumnMask_; ++j)
-        std::memcpy(&kept(1, j), &all(1, iColumnMask_(j)), kPackedRecordSize);
+      BlankHeaders(kept, lists_.nColumnMask);
+      for (int32_t j = 1; j <= lists_.nColumnMask; ++j)
+        std::memcpy(&kept(1, j), &all(1, lists_.iColumnMask(j)), kPackedRecordSize);
       bHeaders.Swap(kept);
     } else {
       bHeaders.Swap(all);
@@ -218,8 +220,8 @@ void mxDataSet::bExtractHeaders(Array2<uint8_t>& bHeaders, bool& qOK) {
 void mxDataSet::bgetHeaders(Array2<uint8_t>& bHeaders, bool& qOK) {
   qOK = false;
   RunGuarded("mxDataSet  (bgetHeaders)", [&] {
-    if (!qInitialised_ || nCols_ < 1) return;
-    BlankHeaders(bHeaders, nCols_);
+    if (!qInitialised_ || headers_.nCols < 1) return;
+    BlankHeaders(bHeaders, headers_.nCols);
     packbHeaders(bHeaders, qOK);
   });
 }
@@ -241,7 +243,7 @@ void mxDataSet::ExtractHeaders(Array<std::string>& zHeaders, bool& qOK) {
   RunGuarded("mxDataSet  (ExtractHeaders)", [&] {
     if (!qInitialised_) return;
     // An empty first buffer is no failure here: there is nothing to give.
-    if (!qFetchOnDemand_ && buffers_(1).nRowsInUse < 1) {
+    if (!fetch_.qFetchOnDemand && rows_.buffers(1).nRowsInUse < 1) {
       qOK = true;
       return;
     }

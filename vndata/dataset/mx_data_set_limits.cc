@@ -11,6 +11,7 @@
 #endif
 
 #include "vndata/dataset/mx_data_set.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/module_state.h"
 #include "vndata/platform/runtime_fault.h"
 
@@ -92,10 +93,10 @@ void MinMaxSkip(const float* s, int64_t n, float sNull, float& mn, float& mx) {
 }  // namespace
 
 void mxDataSet::VectorMinMaxCore(const float* s, int64_t n, float& dMin, float& dMax) const {
-  if (iUseNullVal_ == 0)
+  if (plot_.iUseNullVal == 0)
     MinMaxAll(s, n, dMin, dMax);
   else
-    MinMaxSkip(s, n, static_cast<float>(dNullValue_), dMin, dMax);
+    MinMaxSkip(s, n, static_cast<float>(plot_.dNullValue), dMin, dMax);
 }
 
 void mxDataSet::VectorMinMax(const Array<float>& sVals, float& dMinVal, float& dMaxVal, bool& qOK) const {
@@ -114,9 +115,9 @@ bool mxDataSet::GetColMinMax(int32_t ThisCol, float& dMinVal, float& dMaxVal, bo
   RunGuarded("mxDataSet  (GetColMinMax)", [&] {
     if (!ValidColumnIndex(ThisCol)) return;
     // A column on disk is loaded first; that arrives with the column fetch.
-    const COLUMNDATA& col = columns_(ThisCol);
+    const COLUMNDATA& col = headers_.columns(ThisCol);
     if (col.qActive) {
-      if (!qReCalc && !qTableMode_ && col.qLimitsValid) {
+      if (!qReCalc && !fetch_.qTableMode && col.qLimitsValid) {
         dMinVal = col.dMinVal;
         dMaxVal = col.dMaxVal;
         qResult = true;
@@ -134,7 +135,7 @@ bool mxDataSet::GetColMinMax(int32_t ThisCol, float& dMinVal, float& dMaxVal, bo
 
 bool mxDataSet::SetColMinMax(int32_t ThisCol, float dMinVal, float dMaxVal) {
   if (!ValidColumnIndex(ThisCol)) return false;
-  COLUMNDATA& col = columns_(ThisCol);
+  COLUMNDATA& col = headers_.columns(ThisCol);
   col.dMinVal = dMinVal;
   col.dMaxVal = dMaxVal;
   col.qLimitsValid = true;
@@ -154,7 +155,7 @@ void mxDataSet::CalcMinMax(int32_t iColumn, float& dMinVal, float& dMaxVal, bool
     if (!GetValues(iColumn, values)) return;
     float mn = kLimitSeedMin, mx = kLimitSeedMax;
     VectorMinMaxCore(values.data(), static_cast<int64_t>(values.size()), mn, mx);
-    COLUMNDATA& col = columns_(iColumn);
+    COLUMNDATA& col = headers_.columns(iColumn);
     col.dMaxVal = mx;
     col.dMinVal = mn;
     col.qLimitsValid = true;
@@ -165,10 +166,10 @@ void mxDataSet::CalcMinMax(int32_t iColumn, float& dMinVal, float& dMaxVal, bool
 }
 
 bool mxDataSet::LimitsOfColumns(int32_t iFirst, int32_t iLast) {
-  const float sNull = static_cast<float>(dNullValue_);
+  const float sNull = static_cast<float>(plot_.dNullValue);
   bool qCancelled = false;
   auto store = [&](int32_t c, float mn, float mx) {
-    COLUMNDATA& col = columns_(c);
+    COLUMNDATA& col = headers_.columns(c);
     col.dMinVal = mn;
     col.dMaxVal = mx;
     col.qLimitsValid = true;
@@ -176,17 +177,17 @@ bool mxDataSet::LimitsOfColumns(int32_t iFirst, int32_t iLast) {
   };
   // Three copies of one loop, so that the null and buffer tests stand outside
   // the inner loop.
-  if (iUseNullVal_ == 0) {
+  if (plot_.iUseNullVal == 0) {
     for (int32_t c = iFirst; c <= iLast && !qCancelled; ++c) {
       float mn = kLimitSeedMin, mx = kLimitSeedMax;
-      for (int32_t b = 1; b <= nBuffers_; ++b) {
-        const DATABUFFER& buf = buffers_(b);
+      for (int32_t b = 1; b <= rows_.nBuffers; ++b) {
+        const DATABUFFER& buf = rows_.buffers(b);
         if (buf.nRowsInUse > 0) MinMaxAll(buf.values.Column(c), buf.nRowsInUse, mn, mx);
       }
       store(c, mn, mx);
     }
-  } else if (nBuffers_ == 1) {
-    const DATABUFFER& buf = buffers_(1);
+  } else if (rows_.nBuffers == 1) {
+    const DATABUFFER& buf = rows_.buffers(1);
     for (int32_t c = iFirst; c <= iLast && !qCancelled; ++c) {
       float mn = kLimitSeedMin, mx = kLimitSeedMax;
       if (buf.nRowsInUse > 0) MinMaxSkip(buf.values.Column(c), buf.nRowsInUse, sNull, mn, mx);
@@ -195,8 +196,8 @@ bool mxDataSet::LimitsOfColumns(int32_t iFirst, int32_t iLast) {
   } else {
     for (int32_t c = iFirst; c <= iLast && !qCancelled; ++c) {
       float mn = kLimitSeedMin, mx = kLimitSeedMax;
-      for (int32_t b = 1; b <= nBuffers_; ++b) {
-        const DATABUFFER& buf = buffers_(b);
+      for (int32_t b = 1; b <= rows_.nBuffers; ++b) {
+        const DATABUFFER& buf = rows_.buffers(b);
         if (buf.nRowsInUse > 0) MinMaxSkip(buf.values.Column(c), buf.nRowsInUse, sNull, mn, mx);
       }
       store(c, mn, mx);
@@ -208,7 +209,7 @@ bool mxDataSet::LimitsOfColumns(int32_t iFirst, int32_t iLast) {
 bool mxDataSet::InitialiseColumnLimitsCore() {
   // Columns on disk have limits of their own pass, which arrives with the
   // column fetch machinery.
-  const bool qDone = LimitsOfColumns(1, buffers_(1).values.UBound(2));
+  const bool qDone = LimitsOfColumns(1, rows_.buffers(1).values.UBound(2));
   qIsDirty_ = true;
   return qDone;
 }
@@ -221,8 +222,8 @@ void mxDataSet::InitialiseColumnLimits(bool& qOK) {
 
 void mxDataSet::UpDateColumnLimits(int32_t iColumn, float dVal) {
   RunGuarded("mxDataSet  (UpDateColumnLimits)", [&] {
-    if (iUseNullVal_ != 0 && dVal == static_cast<float>(dNullValue_)) return;
-    COLUMNDATA& col = columns_(iColumn);
+    if (plot_.iUseNullVal != 0 && dVal == static_cast<float>(plot_.dNullValue)) return;
+    COLUMNDATA& col = headers_.columns(iColumn);
     // Only one side moves per value: a first value into a column holding the
     // seeds sets the minimum alone.
     if (dVal < col.dMinVal) {

@@ -7,6 +7,7 @@
 #include "vndata/foundation/packed_headers.h"
 #include "vndata/foundation/vocabulary.h"
 #include "vndata/platform/date_tools.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/runtime_fault.h"
 #include "vndata/platform/string_tools.h"
 
@@ -31,97 +32,34 @@ mxDataSet::mxDataSet() { InitialiseVariables(); }
 
 // Release drops the pools first, then the kernel object and everything else.
 mxDataSet::~mxDataSet() {
-  pools_.Erase();
+  headers_.pools.Erase();
   xADQ_.reset();
 }
 
 void mxDataSet::InitialiseVariables() {
-  zOrigin_.clear();
-  zUCaseOrigin_.clear();
-  zUniqueKey_.clear();
-  iIndex_ = -1;
-  zFileName_.clear();
-  zScratchFileName_.clear();
-  qScratchFile_ = false;
-  zCaseName_.clear();
-  zSimCase_.clear();
-  zGroupName_ = std::string(kDefaultGroup);
-  zUCaseGroupName_ = StringTools::Upper(zGroupName_);
-  zTVGroupName_.clear();
-  zTVDisplayRoot_.clear();
-  zUCaseTVDisplayRoot_.clear();
-  zDataRootPath_.clear();
-  zDataRootUnique_.clear();
-  zDataRootLeaf_.clear();
-  zDataClass_.clear();
-  zSourceType_.clear();
-  zSimulator_.clear();
-  qEclipseNames_ = false;
-  iFileType_ = kDefaultFileType;
-  iUnits_ = 0;
-  zUnitSource_.clear();
-  zUnitCurrent_.clear();
-  iUnitDataSource_ = 0;
+  source_ = SourceFields{};
+  source_.zUCaseGroupName = StringTools::Upper(source_.zGroupName);
   let_DateStamp(DateTools::DayMonthYearText(Date::Today()));
-  zLGRName_.clear();
-  zTableName_.clear();
-  zObsName_.clear();
-  iCreationMethod_ = 0;
-  iDataSetDerivedFrom_ = 0;
-  qChild_ = false;
-  sTimeInDays_ = kDefaultTimeInDays;
-
-  iStart_ = iEnd_ = -1;
-  iReadPosL_ = iReadPosH_ = -1;
-  qNoRestart_ = qUnified_ = qFormatted_ = qAllData_ = true;
-  qNoInactive_ = qSelectionOnly_ = false;
-  qPerforations_ = qPerforationsSet_ = false;
-  qDeleteAfterFetch_ = qDeleteNow_ = qIgnoreInGRF_ = false;
-  qDualPorosity_ = qHysteresis_ = qEndPointScaling_ = false;
-  qDirEndPointScaling_ = qRevEndPointScaling_ = qAltEndPointScaling_ = false;
-  iPhase_ = 0;
-  zOnly_.clear();
-  bOnly_.ReDim(1, kOnlyRecordSize, 1, 1);
-  bOnly_.Fill(' ');
-  qOnly_ = false;
-
-  dNullValue_ = kDefaultNullValue;
-  iUseNullVal_ = 1;
-  dReaderNullValue_ = 0.0;
-  qReaderSetNull_ = false;
-  iDefaultX_ = -1;
-  qAccumulate_ = false;
-  iAccFrequency_ = 0;
-  zAccInterval_.clear();
-  dAccSimDate_ = dAccAccDate_ = Now();
-  iAccRates_ = 0;
-  iTextRowName_ = iTextRowUnits_ = iTextRowLGR_ = iTextRowIndex_ = 0;
-  iTextRowVerbose_ = iTextRowWell_ = iTextRowData_ = iTextRowFixed_ = 0;
-  zTextRowDateFormat_.clear();
-
-  qINITA2NSet_ = false;
-  iINITA2N_.Erase();
-  nINITA2N_ = 0;
-  nx_ = ny_ = nz_ = 0;
-  qColumnMap_ = false;
-  iColumnMap_.Erase();
+  reading_ = ReadingFields{};
+  plot_ = PlotFields{};
+  plot_.dAccSimDate = plot_.dAccAccDate = Now();
+  grid_ = GridFields{};
+  lists_ = ListFields{};
+  lists_.bOnly.ReDim(1, kOnlyRecordSize, 1, 1);
+  lists_.bOnly.Fill(' ');
 
   // One buffer of 1 by 1 with no rows in use, one column record, no columns.
-  buffers_.ReDim(1, 1);
-  nBuffers_ = 1;
-  appendChunk_.reset();
-  DimensionBufferArray(buffers_(1), false, 1, 1, 1);
-  buffers_(1).nRowsInUse = 0;
-  columns_.ReDim(1, 1);
-  nCols_ = 0;
-  nCellsUncompressed_ = nMarkers_ = nWells_ = 0;
+  rows_ = RowFields{};
+  rows_.buffers.ReDim(1, 1);
+  DimensionBufferArray(rows_.buffers(1), false, 1, 1, 1);
+  rows_.buffers(1).nRowsInUse = 0;
+  headers_ = HeaderFields{};
+  headers_.columns.ReDim(1, 1);
+  headers_.pools.ReDim(1, kNumAttributes);
+  wells_ = WellFields{};
+  caches_ = CacheFields{};
+  fetch_ = FetchFields{};
   qInitialised_ = qIsDirty_ = false;
-
-  pools_.ReDim(1, kNumAttributes);
-  classData_.Erase();
-  classMemberList_.Erase();
-  nClasses_ = nClassList_ = 0;
-  wells_.Erase();
   xADQ_ = std::make_shared<mxAutomaticDQ>();
   // The table and the file objects of column fetches are created by the
   // pieces that use them.
@@ -130,75 +68,75 @@ void mxDataSet::InitialiseVariables() {
 // ---- Identity and source ------------------------------------------------------------
 
 void mxDataSet::let_Origin(const std::string& zOrigin) {
-  zOrigin_ = zOrigin;
-  zUCaseOrigin_ = StringTools::Upper(zOrigin);
+  source_.zOrigin = zOrigin;
+  source_.zUCaseOrigin = StringTools::Upper(zOrigin);
   RunGuarded("mxDataSet  (Origin)", [&] { SetStoreAttribute(ATT_ORIGIN, zOrigin); });
 }
 
 void mxDataSet::let_ScratchFileName(const std::string& zName) {
-  zScratchFileName_ = zName;
-  qScratchFile_ = !zName.empty();
+  source_.zScratchFileName = zName;
+  source_.qScratchFile = !zName.empty();
 }
 
 void mxDataSet::let_GroupName(const std::string& zGroupName) {
-  zGroupName_ = zGroupName;
-  zUCaseGroupName_ = StringTools::Upper(zGroupName);
+  source_.zGroupName = zGroupName;
+  source_.zUCaseGroupName = StringTools::Upper(zGroupName);
 }
 
 void mxDataSet::let_TVDisplayRoot(const std::string& zRoot) {
-  zTVDisplayRoot_ = zRoot;
-  zUCaseTVDisplayRoot_ = StringTools::Upper(zRoot);
+  source_.zTVDisplayRoot = zRoot;
+  source_.zUCaseTVDisplayRoot = StringTools::Upper(zRoot);
 }
 
 void mxDataSet::let_DataRootUnique(const std::string& zRoot) {
-  zDataRootUnique_ = zRoot;
+  source_.zDataRootUnique = zRoot;
   const std::size_t p = zRoot.rfind('\\');
-  if (p != std::string::npos && p + 1 < zRoot.size()) zDataRootLeaf_ = zRoot.substr(p + 1);
+  if (p != std::string::npos && p + 1 < zRoot.size()) source_.zDataRootLeaf = zRoot.substr(p + 1);
 }
 
 void mxDataSet::let_DateStamp(const std::string& zDate) {
-  zDateStamp_ = zDate;
-  DateTools::SplitDate(zDate, std::string(kDateFormat), iDateDay_, iDateMonth_, iDateYear_);
+  source_.zDateStamp = zDate;
+  DateTools::SplitDate(zDate, std::string(kDateFormat), source_.iDateDay, source_.iDateMonth, source_.iDateYear);
 }
 
 void mxDataSet::GetDateStampParts(int32_t& iDay, int32_t& iMonth, int32_t& iYear) const {
-  iDay = iDateDay_;
-  iMonth = iDateMonth_;
-  iYear = iDateYear_;
+  iDay = source_.iDateDay;
+  iMonth = source_.iDateMonth;
+  iYear = source_.iDateYear;
 }
 
-void mxDataSet::let_LGRName(const std::string& zName) { zLGRName_ = StringTools::Trim(zName); }
+void mxDataSet::let_LGRName(const std::string& zName) { source_.zLGRName = StringTools::Trim(zName); }
 
 // ---- Reading state -----------------------------------------------------------------
 
 int32_t mxDataSet::get_ReadPosition64(int32_t& iPosH) const {
-  iPosH = iReadPosH_;
-  return iReadPosL_;
+  iPosH = reading_.iReadPosH;
+  return reading_.iReadPosL;
 }
 
 void mxDataSet::let_ReadPosition64(int32_t iPosH, int32_t iPosL) {
-  iReadPosL_ = iPosL;
-  iReadPosH_ = iPosH;
+  reading_.iReadPosL = iPosL;
+  reading_.iReadPosH = iPosH;
 }
 
 void mxDataSet::let_ReadPosition(int32_t iPos) {
-  iReadPosL_ = iPos;
-  iReadPosH_ = 0;
+  reading_.iReadPosL = iPos;
+  reading_.iReadPosH = 0;
 }
 
 void mxDataSet::let_DeleteAfterFetch(bool q) {
-  qDeleteAfterFetch_ = q;
-  qDeleteNow_ = q;
+  reading_.qDeleteAfterFetch = q;
+  reading_.qDeleteNow = q;
 }
 
 void mxDataSet::SetbOnly(const Array2<uint8_t>& bOnly, bool qOnly) {
-  bOnly_ = bOnly;
-  qOnly_ = qOnly;
+  lists_.bOnly = bOnly;
+  lists_.qOnly = qOnly;
 }
 
 void mxDataSet::GetbOnly(Array2<uint8_t>& bOnly, bool& qOnly) const {
-  bOnly = bOnly_;
-  qOnly = qOnly_;
+  bOnly = lists_.bOnly;
+  qOnly = lists_.qOnly;
 }
 
 // ---- Plot default ---------------------------------------------------------------------
@@ -206,16 +144,16 @@ void mxDataSet::GetbOnly(Array2<uint8_t>& bOnly, bool& qOnly) const {
 bool mxDataSet::SetDefaultXByHeader(const std::string& zHeader) {
   const int32_t iColumn = FindAttributePosition(ATT_VARIABLE, zHeader);
   if (iColumn < 1) return false;
-  iDefaultX_ = iColumn;
+  plot_.iDefaultX = iColumn;
   return true;
 }
 
 // At the end of a whole-array load: the "TIME" column plots as x, or column
 // 1 when there is none. A DefaultX of -1 means the reader wants none.
 void mxDataSet::ApplyDefaultX() {
-  if (iDefaultX_ == -1) return;
+  if (plot_.iDefaultX == -1) return;
   const int32_t iTime = FindAttributePosition(ATT_VARIABLE, std::string(kTimeVectorName));
-  iDefaultX_ = iTime >= 1 ? iTime : 1;
+  plot_.iDefaultX = iTime >= 1 ? iTime : 1;
 }
 
 // ---- Simulator grid header ------------------------------------------------------------
@@ -223,10 +161,10 @@ void mxDataSet::ApplyDefaultX() {
 void mxDataSet::GetINITA2N(bool& qA2N, Array<int32_t>& A2N, int32_t& nA2N, bool& qOK) const {
   qOK = false;
   RunGuarded("mxDataSet  (GetINITA2N)", [&] {
-    if (qINITA2NSet_) {
+    if (grid_.qINITA2NSet) {
       qA2N = true;
-      A2N = iINITA2N_;
-      nA2N = nINITA2N_;
+      A2N = grid_.iINITA2N;
+      nA2N = grid_.nINITA2N;
     } else {
       qA2N = false;
       nA2N = 0;
@@ -239,27 +177,27 @@ void mxDataSet::SetINITA2N(const Array<int32_t>& A2N, bool& qOK) {
   qOK = false;
   RunGuarded("mxDataSet  (SetINITA2N)", [&] {
     if (A2N.IsAllocated() && A2N.size() > 0) {
-      iINITA2N_ = A2N;
-      nINITA2N_ = static_cast<int32_t>(A2N.size());
-      qINITA2NSet_ = true;
+      grid_.iINITA2N = A2N;
+      grid_.nINITA2N = static_cast<int32_t>(A2N.size());
+      grid_.qINITA2NSet = true;
     } else {
-      qINITA2NSet_ = false;
-      nINITA2N_ = 1;
+      grid_.qINITA2NSet = false;
+      grid_.nINITA2N = 1;
     }
     qOK = true;
   });
 }
 
 void mxDataSet::GetNxNyNz(int32_t& nx, int32_t& ny, int32_t& nz) const {
-  nx = nx_;
-  ny = ny_;
-  nz = nz_;
+  nx = grid_.nx;
+  ny = grid_.ny;
+  nz = grid_.nz;
 }
 
 void mxDataSet::SetNxNyNz(int32_t nx, int32_t ny, int32_t nz) {
-  nx_ = nx;
-  ny_ = ny;
-  nz_ = nz;
+  grid_.nx = nx;
+  grid_.ny = ny;
+  grid_.nz = nz;
 }
 
 // ---- Sizes ------------------------------------------------------------------------------
@@ -269,19 +207,19 @@ int32_t mxDataSet::get_NumRows() const {
   // count arrives with the column fetch machinery, until which every data set
   // holds its rows in the buffers.
   int64_t n = 0;
-  for (int32_t b = 1; b <= nBuffers_; ++b) n += buffers_(b).nRowsInUse;
+  for (int32_t b = 1; b <= rows_.nBuffers; ++b) n += rows_.buffers(b).nRowsInUse;
   return static_cast<int32_t>(n);
 }
 
 void mxDataSet::let_ColumnMap(const Array<int32_t>& iMap) {
   if (!iMap.IsAllocated() || iMap.size() == 0) return;
-  iColumnMap_ = iMap;
-  qColumnMap_ = true;
+  grid_.iColumnMap = iMap;
+  grid_.qColumnMap = true;
 }
 
 bool mxDataSet::ValidColumn(int32_t iColumn, bool qCheckActive) const {
   if (!qCheckActive) return true;
-  return ValidColumnIndex(iColumn) && columns_.InBounds(iColumn) && columns_(iColumn).qActive;
+  return ValidColumnIndex(iColumn) && headers_.columns.InBounds(iColumn) && headers_.columns(iColumn).qActive;
 }
 
 }  // namespace vndata

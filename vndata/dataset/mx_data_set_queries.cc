@@ -11,6 +11,7 @@
 #include "vndata/dataset/mx_data_set.h"
 #include "vndata/foundation/vocabulary.h"
 #include "vndata/platform/date_tools.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/runtime_fault.h"
 #include "vndata/platform/string_tools.h"
 #include "vndata/platform/variant.h"
@@ -45,43 +46,43 @@ std::string mxDataSet::GetDataSetAttribute(int32_t iType) {
   std::string result(kUnknownAttribute);
   RunGuarded("mxDataSet  (GetDataSetAttribute)", [&] {
     switch (iType) {
-      case SD_ORIGIN: result = zOrigin_; break;
-      case SD_FILENAME: result = zFileName_; break;
-      case SD_SOURCETYPE: result = zSourceType_; break;
-      case SD_DATESTAMP: result = DateTools::NormaliseDate(zDateStamp_, std::string(kDateFormat)); break;
-      case SD_DATACLASS: result = zDataClass_; break;
-      case SD_UNITS: result = IntText(iUnits_); break;
-      case SD_INDEX: result = IntText(iIndex_); break;
-      case SD_ISTART: result = IntText(iStart_); break;
-      case SD_IEND: result = IntText(iEnd_); break;
-      case SD_NORESTART: result = BoolText(qNoRestart_); break;
-      case SD_UNIFIED: result = BoolText(qUnified_); break;
-      case SD_FORMATTED: result = BoolText(qFormatted_); break;
+      case SD_ORIGIN: result = source_.zOrigin; break;
+      case SD_FILENAME: result = source_.zFileName; break;
+      case SD_SOURCETYPE: result = source_.zSourceType; break;
+      case SD_DATESTAMP: result = DateTools::NormaliseDate(source_.zDateStamp, std::string(kDateFormat)); break;
+      case SD_DATACLASS: result = source_.zDataClass; break;
+      case SD_UNITS: result = IntText(source_.iUnits); break;
+      case SD_INDEX: result = IntText(source_.iIndex); break;
+      case SD_ISTART: result = IntText(reading_.iStart); break;
+      case SD_IEND: result = IntText(reading_.iEnd); break;
+      case SD_NORESTART: result = BoolText(reading_.qNoRestart); break;
+      case SD_UNIFIED: result = BoolText(reading_.qUnified); break;
+      case SD_FORMATTED: result = BoolText(reading_.qFormatted); break;
       case SD_SIMWORD_OR_TABLENAME:
         // A table's name, or the simulator word of a source that has one.
-        if (zDataClass_ == "Tables" || zDataClass_ == "TABLE") result = zTableName_;
-        else if (zSourceType_ == "CMG") result = zSimulator_;
+        if (source_.zDataClass == "Tables" || source_.zDataClass == "TABLE") result = source_.zTableName;
+        else if (source_.zSourceType == "CMG") result = source_.zSimulator;
         break;
-      case SD_SIMULATOR: result = zSimulator_; break;
-      case SD_NUMCOLS: result = IntText(nCols_); break;
-      case SD_DEFAULTX: result = IntText(iDefaultX_); break;
-      case SD_TVGROUPNAME: result = zTVGroupName_; break;
-      case SD_GROUPNAME: result = zGroupName_; break;
-      case SD_DATAROOTPATH: result = zDataRootPath_; break;
-      case SD_UNIQUEKEY: result = zUniqueKey_; break;
+      case SD_SIMULATOR: result = source_.zSimulator; break;
+      case SD_NUMCOLS: result = IntText(headers_.nCols); break;
+      case SD_DEFAULTX: result = IntText(plot_.iDefaultX); break;
+      case SD_TVGROUPNAME: result = source_.zTVGroupName; break;
+      case SD_GROUPNAME: result = source_.zGroupName; break;
+      case SD_DATAROOTPATH: result = source_.zDataRootPath; break;
+      case SD_UNIQUEKEY: result = source_.zUniqueKey; break;
       case SD_ISDIRTY: result = BoolText(qIsDirty_); break;
-      case SD_FILETYPE: result = IntText(iFileType_); break;
-      case SD_TVDISPLAYROOT: result = zTVDisplayRoot_; break;
+      case SD_FILETYPE: result = IntText(source_.iFileType); break;
+      case SD_TVDISPLAYROOT: result = source_.zTVDisplayRoot; break;
       case SD_NUMROWS: result = IntText(get_NumRows()); break;
-      case SD_NUMMARKERS: result = IntText(nMarkers_); break;
-      case SD_ZONLY: result = zOnly_; break;
-      case SD_LGRNAME: result = zLGRName_; break;
-      case SD_OBSNAME: result = zObsName_; break;
-      case SD_TIMEINDAYS: result = SingleText(sTimeInDays_); break;
-      case SD_CREATIONMETHOD: result = IntText(iCreationMethod_); break;
-      case SD_UCASETVDISPLAYROOT: result = zUCaseTVDisplayRoot_; break;
-      case SD_READPOSITION64_LOW: result = IntText(iReadPosL_); break;
-      case SD_READPOSITION64_HIGH: result = IntText(iReadPosH_); break;
+      case SD_NUMMARKERS: result = IntText(wells_.nMarkers); break;
+      case SD_ZONLY: result = lists_.zOnly; break;
+      case SD_LGRNAME: result = source_.zLGRName; break;
+      case SD_OBSNAME: result = source_.zObsName; break;
+      case SD_TIMEINDAYS: result = SingleText(source_.sTimeInDays); break;
+      case SD_CREATIONMETHOD: result = IntText(source_.iCreationMethod); break;
+      case SD_UCASETVDISPLAYROOT: result = source_.zUCaseTVDisplayRoot; break;
+      case SD_READPOSITION64_LOW: result = IntText(reading_.iReadPosL); break;
+      case SD_READPOSITION64_HIGH: result = IntText(reading_.iReadPosH); break;
       default: break;
     }
   });
@@ -122,7 +123,7 @@ int32_t mxDataSet::IndexFromHEADERCOLUMN(const std::string& zHeader) {
     if (nTokens < 1) return;
     Array<int32_t> iLengths(1, nTokens);
     for (int32_t k = 1; k <= nTokens; ++k) iLengths(k) = static_cast<int32_t>(zTokens(k).size());
-    for (int32_t c = 1; c <= nCols_; ++c) {
+    for (int32_t c = 1; c <= headers_.nCols; ++c) {
       bool qFits = false;
       CompareTreeViewPathArray(zTokens, iLengths, nTokens, c, true, qFits);
       if (qFits) {
@@ -139,8 +140,8 @@ int32_t mxDataSet::IndexFromTVInfo(std::string& zKey) {
   RunGuarded("mxDataSet  (IndexFromTVInfo)", [&] {
     zKey = StringTools::Upper(zKey);
     // The data set's place in the host's tree: its data root and its key.
-    const std::string zPrefix = StringTools::KeyJoin(zDataRootPath_, zUniqueKey_, true);
-    for (int32_t c = 1; c <= nCols_; ++c) {
+    const std::string zPrefix = StringTools::KeyJoin(source_.zDataRootPath, source_.zUniqueKey, true);
+    for (int32_t c = 1; c <= headers_.nCols; ++c) {
       std::string zColumnKey;
       int32_t iCreationType = 0;
       bool qOK = false;
@@ -158,9 +159,9 @@ int32_t mxDataSet::IndexFromTVKEY(const std::string& zKey) {
   int32_t result = -1;
   RunGuarded("mxDataSet  (IndexFromTVKEY)", [&] {
     const int32_t n = static_cast<int32_t>(zKey.size());
-    for (int32_t c = 1; c <= nCols_; ++c) {
+    for (int32_t c = 1; c <= headers_.nCols; ++c) {
       // The stored length rejects most columns before a path is built.
-      if (columns_(c).LenTreeViewPath != n) continue;
+      if (headers_.columns(c).LenTreeViewPath != n) continue;
       if (TreeViewPath(c) == zKey) {
         result = c;
         return;
@@ -178,7 +179,7 @@ void mxDataSet::GetUniqueTabStripHeaders(int32_t iType, Array<std::string>& zHea
   nHeaders = 0;
   RunGuarded("mxDataSet  (GetUniqueTabStripHeaders)", [&] {
     zHeaders.ReDim(1, kTabStripStep);
-    for (int32_t c = 1; c <= nCols_; ++c) {
+    for (int32_t c = 1; c <= headers_.nCols; ++c) {
       std::string zText;
       int32_t nLength = 0;
       bool qRead = false;
@@ -196,26 +197,26 @@ void mxDataSet::GetUniqueTabStripHeaders(int32_t iType, Array<std::string>& zHea
 }
 
 void mxDataSet::MembersFromCache(Array<std::string>& zMembers, int32_t& nMembers) {
-  nMembers = nMembersCached_;
+  nMembers = caches_.nMembersCached;
   if (nMembers < 1) return;
   zMembers.ReDim(1, nMembers);
   for (int32_t m = 1; m <= nMembers; ++m) {
-    const char* p = reinterpret_cast<const char*>(&bMembersCached_(1, m));
+    const char* p = reinterpret_cast<const char*>(&caches_.bMembersCached(1, m));
     zMembers(m) = StringTools::Trim(std::string_view(p, kMemberWidth));
   }
 }
 
 void mxDataSet::CacheMembers(const std::string& zClass, const Array<std::string>& zMembers,
                              int32_t nMembers) {
-  bMembersCached_.ReDim(1, kMemberWidth, 1, nMembers);
-  bMembersCached_.Fill(static_cast<uint8_t>(' '));
+  caches_.bMembersCached.ReDim(1, kMemberWidth, 1, nMembers);
+  caches_.bMembersCached.Fill(static_cast<uint8_t>(' '));
   for (int32_t m = 1; m <= nMembers; ++m) {
     const std::string& z = zMembers(m);
-    std::memcpy(&bMembersCached_(1, m), z.data(), std::min<std::size_t>(z.size(), kMemberWidth));
+    std::memcpy(&caches_.bMembersCached(1, m), z.data(), std::min<std::size_t>(z.size(), kMemberWidth));
   }
-  nMembersCached_ = nMembers;
-  zMembersClass_ = zClass;
-  qMembersCached_ = true;
+  caches_.nMembersCached = nMembers;
+  caches_.zMembersClass = zClass;
+  caches_.qMembersCached = true;
 }
 
 void mxDataSet::GetUniqueMembersOfClass(const std::string& zClass, Array<std::string>& zMembers,
@@ -223,14 +224,14 @@ void mxDataSet::GetUniqueMembersOfClass(const std::string& zClass, Array<std::st
   qOK = false;
   nMembers = 0;
   RunGuarded("mxDataSet  (GetUniqueMembersOfClass)", [&] {
-    if (qMembersCached_ && StringTools::Equal(zClass, zMembersClass_, false)) {
+    if (caches_.qMembersCached && StringTools::Equal(zClass, caches_.zMembersClass, false)) {
       MembersFromCache(zMembers, nMembers);
       qOK = true;
       return;
     }
-    qMembersCached_ = false;
-    nMembersCached_ = 0;
-    bMembersCached_.Erase();
+    caches_.qMembersCached = false;
+    caches_.nMembersCached = 0;
+    caches_.bMembersCached.Erase();
 
     // The names are gathered aside and the array is made once at the end,
     // at the size the growing array ends with: the members found, or its
@@ -249,7 +250,7 @@ void mxDataSet::GetUniqueMembersOfClass(const std::string& zClass, Array<std::st
       std::unordered_set<std::string> folded;
       const int32_t* iClass = PointerColumn(ATT_CLASS);
       const int32_t* iMember = PointerColumn(ATT_MEMBER);
-      for (std::size_t c = 0; c < static_cast<std::size_t>(nCols_); ++c) {
+      for (std::size_t c = 0; c < static_cast<std::size_t>(headers_.nCols); ++c) {
         const int32_t k = iClass[c], m = iMember[c];
         if (k < 1 || k > nClassCells || !classMatch[static_cast<std::size_t>(k)]) continue;
         if (m < 1 || m > nMemberCells || settled[static_cast<std::size_t>(m)]) continue;
@@ -309,7 +310,7 @@ void mxDataSet::ReturnListOfExistingCols(const Array2<uint8_t>& bHeaders, int32_
     else iCols.Erase();
     nFound = 0;
     Array<uint8_t> bRecord;
-    for (int32_t c = 1; c <= nCols_; ++c) {
+    for (int32_t c = 1; c <= headers_.nCols; ++c) {
       if (!bGetAttributes(c, bRecord)) continue;
       const char* p = reinterpret_cast<const char*>(bRecord.data());
       const std::size_t n = std::min<std::size_t>(bRecord.size(), kPackedRecordSize);

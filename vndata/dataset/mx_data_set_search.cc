@@ -8,8 +8,10 @@
 #include <vector>
 
 #include "vndata/dataset/mx_data_set.h"
+#include "vndata/foundation/internal/column_pointers.h"
 #include "vndata/foundation/vocabulary.h"
 #include "vndata/platform/array_tools.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/runtime_fault.h"
 #include "vndata/platform/string_tools.h"
 
@@ -25,24 +27,6 @@ struct Wanted {
   int32_t iCode = -1;
   const std::string* zText = nullptr;  // kPath
 };
-
-// The 16-bit field of an id; nullptr for "INDEX" (32-bit) and for ids
-// without a field.
-int16_t VECTORDATA::*ShortField(int32_t iAttribute) {
-  switch (iAttribute) {
-    case ATT_ORIGIN: return &VECTORDATA::iOrigin;
-    case ATT_TYPE: return &VECTORDATA::iType;
-    case ATT_CLASS: return &VECTORDATA::iClass;
-    case ATT_UNITS: return &VECTORDATA::iUnits;
-    case GRID: return &VECTORDATA::iGrid;
-    case ATT_VARIABLE: return &VECTORDATA::iVariable;
-    case ATT_MEMBER: return &VECTORDATA::iMember;
-    case ATT_SUBCLASS1: return &VECTORDATA::iSubClass1;
-    case ATT_SUBCLASS2: return &VECTORDATA::iSubClass2;
-    case ATT_VERBOSE: return &VECTORDATA::iVerbose;
-    default: return nullptr;
-  }
-}
 
 // The walk over columns for criteria that are all pointer compares, each
 // criterion's pointers lying one after the other: N criteria known at
@@ -131,7 +115,7 @@ void mxDataSet::SearchDataSetCore(const Array<int32_t>& iAttribute,
 
   // 2, 3. The walk, and room for every column of it.
   int32_t iFirst = 0, iLast = 0, iStep = 1, nCount = 0;
-  ArrayTools::ColumnRange(nCols_, iStart, iEnd, iFirst, iLast, iStep, nCount);
+  ArrayTools::ColumnRange(headers_.nCols, iStart, iEnd, iFirst, iLast, iStep, nCount);
   nList = 0;
   if (nCount < 1) {
     qOK = true;
@@ -167,7 +151,7 @@ void mxDataSet::SearchDataSetCore(const Array<int32_t>& iAttribute,
         switch (w.kind) {
           case Wanted::kPath: qFits = StringTools::Equal(ComputedTreePath(c), *w.zText, false); break;
           case Wanted::kNone: qFits = false; break;
-          default: qFits = ReadAttributePointer(columns_(c).Pointers, w.id, p) && p == w.iCode;
+          default: qFits = ReadAttributePointer(headers_.columns(c).Pointers, w.id, p) && p == w.iCode;
         }
         if (!qFits) break;
       }
@@ -184,25 +168,25 @@ void mxDataSet::SearchDataSetCore(const Array<int32_t>& iAttribute,
 
 const int32_t* mxDataSet::PointerColumn(int32_t iAttribute) {
   const std::size_t id = static_cast<std::size_t>(iAttribute);
-  std::vector<int32_t>& cells = pointerIndex_.at(id);
-  const std::size_t n = static_cast<std::size_t>(nCols_);
-  if (!pointerIndexValid_[id] || cells.size() != n) {
+  std::vector<int32_t>& cells = caches_.pointerIndex.at(id);
+  const std::size_t n = static_cast<std::size_t>(headers_.nCols);
+  if (!caches_.pointerIndexValid[id] || cells.size() != n) {
     cells.assign(n, -1);
     if (n > 0) {
-      (void)columns_(nCols_);
-      const COLUMNDATA* cols = &columns_(1);
-      if (int16_t VECTORDATA::*field = ShortField(iAttribute))
+      (void)headers_.columns(headers_.nCols);
+      const COLUMNDATA* cols = &headers_.columns(1);
+      if (int16_t VECTORDATA::*field = AttributeField16(iAttribute))
         for (std::size_t c = 0; c < n; ++c) cells[c] = cols[c].Pointers.*field;
       else if (iAttribute == ATT_INDEX)
         for (std::size_t c = 0; c < n; ++c) cells[c] = cols[c].Pointers.iIndex;
     }
-    pointerIndexValid_[id] = true;
+    caches_.pointerIndexValid[id] = true;
   }
 #ifndef NDEBUG
   // A write of pointers that did not call ColumnPointersChanged shows here.
   for (std::size_t c = 0; c < n; ++c) {
     int32_t p = -1;
-    ReadAttributePointer(columns_(static_cast<int32_t>(c + 1)).Pointers, iAttribute, p);
+    ReadAttributePointer(headers_.columns(static_cast<int32_t>(c + 1)).Pointers, iAttribute, p);
     assert(cells[c] == p);
   }
 #endif
@@ -216,14 +200,14 @@ bool mxDataSet::GetIndexRange(const std::string& zClass, const std::string& zIte
   RunGuarded("mxDataSet  (GetIndexRange)", [&] {
     const std::string zKey = zClass + " " + zItem;
     int32_t iFound = 0;
-    for (int32_t k = 1; k <= nIndexRanges_ && iFound == 0; ++k)
-      if (indexRanges_(k).zKey == zKey) iFound = k;
+    for (int32_t k = 1; k <= caches_.nIndexRanges && iFound == 0; ++k)
+      if (caches_.indexRanges(k).zKey == zKey) iFound = k;
     if (iFound == 0) {
       CalculateTimeRange(zClass, zItem);
-      iFound = nIndexRanges_;
+      iFound = caches_.nIndexRanges;
     }
-    iStart = indexRanges_(iFound).iStart;
-    iEnd = indexRanges_(iFound).iEnd;
+    iStart = caches_.indexRanges(iFound).iStart;
+    iEnd = caches_.indexRanges(iFound).iEnd;
   });
   // The answer is in iStart and iEnd; callers have never read the result.
   return false;
@@ -243,8 +227,8 @@ void mxDataSet::CalculateTimeRange(const std::string& zClass, const std::string&
     iStart = 1;
     iEnd = get_NumRows();
   }
-  indexRanges_.ReDimPreserve(nIndexRanges_ + 1);
-  INDEXRANGE& r = indexRanges_(++nIndexRanges_);
+  caches_.indexRanges.ReDimPreserve(caches_.nIndexRanges + 1);
+  INDEXRANGE& r = caches_.indexRanges(++caches_.nIndexRanges);
   r.iStart = iStart;
   r.iEnd = iEnd;
   r.zKey = zClass + " " + zItem;
@@ -258,7 +242,7 @@ Variant mxDataSet::GetAutoScaleVectorList(const std::string& zClass, const std::
     static constexpr std::array<std::string_view, 6> kInjection = {"GIR", "GIT", "WIR",
                                                                    "WIT", "VIR", "VIT"};
     Array<std::string> zNames;
-    if (StringTools::Equal(zSimulator_, "ECLIPSE", false)) {
+    if (StringTools::Equal(source_.zSimulator, "ECLIPSE", false)) {
       static constexpr std::array<std::pair<std::string_view, char>, 6> kPrefixes = {{
           {"FIELD", 'F'}, {"GROUPS", 'G'}, {"REGIONS", 'R'},
           {"BLOCKS", 'B'}, {"COMPLETIONS", 'C'}, {"WELLS", 'W'}}};
@@ -275,7 +259,7 @@ Variant mxDataSet::GetAutoScaleVectorList(const std::string& zClass, const std::
         for (std::string_view s : kProduction) zNames(++k) = prefix + std::string(s);
       if (!qP)
         for (std::string_view s : kInjection) zNames(++k) = prefix + std::string(s);
-    } else if (StringTools::Equal(zSimulator_, "UTCHEM", false)) {
+    } else if (StringTools::Equal(source_.zSimulator, "UTCHEM", false)) {
       if (StringTools::Equal(zPhase, "I", false)) zNames = Array<std::string>{"QI"};
       else if (StringTools::Equal(zPhase, "P", false)) zNames = Array<std::string>{"QP"};
       else return;

@@ -14,6 +14,7 @@
 
 #include "vndata/dataset/mx_data_set.h"
 #include "vndata/platform/array_tools.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/message_log.h"
 #include "vndata/platform/record_codec.h"
 #include "vndata/platform/record_file.h"
@@ -101,18 +102,18 @@ void mxDataSet::RemoveScratchFile(const std::string& zFileName) {
 
 void mxDataSet::copySingleData(Array2<float>& dArray, DATABUFFER& buf, bool& qOK) {
   qOK = false;
-  if (qScratchFile_) {
-    MessageLog::Shared().Add("Using scratch file " + zScratchFileName_, false);
+  if (source_.qScratchFile) {
+    MessageLog::Shared().Add("Using scratch file " + source_.zScratchFileName, false);
     // Values handed over in memory go to disk first and are released, so that
     // only one copy exists at any time; otherwise the reader has staged them.
     if (dArray.IsAllocated()) {
-      if (!WriteScratchFile(zScratchFileName_, dArray)) return;
+      if (!WriteScratchFile(source_.zScratchFileName, dArray)) return;
       dArray.Erase();
     }
     bool qRead = false;
-    ReadScratchFile(zScratchFileName_, buf, qRead);
+    ReadScratchFile(source_.zScratchFileName, buf, qRead);
     if (!qRead) return;
-    RemoveScratchFile(zScratchFileName_);
+    RemoveScratchFile(source_.zScratchFileName);
     qOK = true;
     return;
   }
@@ -148,7 +149,7 @@ void mxDataSet::copySingleData(Array2<float>& dArray, DATABUFFER& buf, bool& qOK
 void mxDataSet::MemorySqeeezeBuffer(int32_t iBuffer, Array2<float>& dArray, bool& qOK) {
   qOK = false;
   RunGuarded("mxDataSet  (MemorySqeeezeBuffer)", [&] {
-    DATABUFFER& buf = buffers_(iBuffer);
+    DATABUFFER& buf = rows_.buffers(iBuffer);
     bool qStep = false;
     copySingleData(dArray, buf, qStep);
     if (!qStep) return;

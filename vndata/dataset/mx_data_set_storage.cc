@@ -4,6 +4,7 @@
 
 #include "vndata/dataset/mx_data_set.h"
 #include "vndata/platform/array_tools.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/message_log.h"
 #include "vndata/platform/module_state.h"
 #include "vndata/platform/runtime_fault.h"
@@ -31,15 +32,15 @@ void mxDataSet::MakeAppendedBuffer(DATABUFFER& buf, int32_t nRows, int32_t nColu
     return;
   }
   const std::size_t need = (bytes + 63) / 64 * 64;
-  if (!appendChunk_ || appendChunk_->bytes - appendChunk_->used < need) {
+  if (!rows_.appendChunk || rows_.appendChunk->bytes - rows_.appendChunk->used < need) {
     auto chunk = std::make_shared<AppendChunk>();
     chunk->base = static_cast<uint8_t*>(detail::AllocateLargeBlock(kAppendChunkBytes));
     chunk->bytes = kAppendChunkBytes;
-    appendChunk_ = std::move(chunk);
+    rows_.appendChunk = std::move(chunk);
   }
-  float* values = reinterpret_cast<float*>(appendChunk_->base + appendChunk_->used);
-  appendChunk_->used += need;
-  buf.values.ReDimOn(values, appendChunk_, 1, nCapacity, 1, nColumns);
+  float* values = reinterpret_cast<float*>(rows_.appendChunk->base + rows_.appendChunk->used);
+  rows_.appendChunk->used += need;
+  buf.values.ReDimOn(values, rows_.appendChunk, 1, nCapacity, 1, nColumns);
   buf.nRowsInUse = nRows;
   buf.nColumns = nColumns;
   buf.nCapacity = nCapacity;
@@ -65,17 +66,17 @@ void mxDataSet::DimensionBufferArray(DATABUFFER& buf, bool qKeep, int32_t nRows,
 void mxDataSet::ResizeColumnRecords(int32_t nCount, bool qAfresh) {
   ColumnPointersChanged();
   if (qAfresh) {
-    columns_.ReDim(1, std::max(nCount, 1));
-    nCols_ = std::max(nCount, 0);
-  } else if (nCount > 0 && nCount != static_cast<int32_t>(columns_.size())) {
+    headers_.columns.ReDim(1, std::max(nCount, 1));
+    headers_.nCols = std::max(nCount, 0);
+  } else if (nCount > 0 && nCount != static_cast<int32_t>(headers_.columns.size())) {
     // Records added by the resize are new, so their pointers are all -1.
-    columns_.ReDimPreserve(nCount);
-    nCols_ = nCount;
-  } else if (nCols_ == 0) {
-    nCols_ = std::max(nCount, 0);
+    headers_.columns.ReDimPreserve(nCount);
+    headers_.nCols = nCount;
+  } else if (headers_.nCols == 0) {
+    headers_.nCols = std::max(nCount, 0);
   }
   // Records made by dimensioning are columns in use.
-  for (int32_t c = 1; c <= nCols_; ++c) columns_(c).qActive = true;
+  for (int32_t c = 1; c <= headers_.nCols; ++c) headers_.columns(c).qActive = true;
   // Columns fetched from disk also keep a location record each; those are
   // sized here once the column fetch machinery exists.
 }
@@ -129,7 +130,7 @@ void mxDataSet::DimensionBuffer(int32_t iBuffer, int32_t nItems, bool& qOK, int3
   qOK = false;
   RunGuarded("mxDataSet  (DimensionBuffer)", [&] {
     ResizeColumnRecords(nItems, true);
-    if (nItems >= 1 && nRows > 0) DimensionBufferArray(buffers_(iBuffer), false, nRows, nItems, nCapacity);
+    if (nItems >= 1 && nRows > 0) DimensionBufferArray(rows_.buffers(iBuffer), false, nRows, nItems, nCapacity);
     qInitialised_ = true;
     qOK = true;
   });
@@ -145,7 +146,7 @@ void mxDataSet::DimensionDataBuffer(int32_t iBuffer, int32_t nItems, int32_t nRo
   RunGuarded("mxDataSet  (DimensionDataBuffer)", [&] {
     if (qColumns) ResizeColumnRecords(nItems, true);
     if (qData && nItems > 0 && nRows > 0) {
-      DATABUFFER& buf = buffers_(iBuffer);
+      DATABUFFER& buf = rows_.buffers(iBuffer);
       buf.values.ReDim(1, nRows, 1, nItems);
       buf.nCapacity = nRows;
     }
@@ -157,10 +158,10 @@ void mxDataSet::DimensionDataBuffer(int32_t iBuffer, int32_t nItems, int32_t nRo
 void mxDataSet::RedimensionAllBuffersArray(int32_t nCount, bool qKeep) {
   RunGuarded("mxDataSet  (RedimensionAllBuffersArray)", [&] {
     if (qKeep)
-      buffers_.ReDimPreserve(nCount);
+      rows_.buffers.ReDimPreserve(nCount);
     else
-      buffers_.ReDim(1, nCount);
-    nBuffers_ = nCount;
+      rows_.buffers.ReDim(1, nCount);
+    rows_.nBuffers = nCount;
   });
 }
 
@@ -176,7 +177,7 @@ void mxDataSet::Redimension(int32_t Rows) { ReDimensionBuffer(1, Rows); }
 
 void mxDataSet::ReDimensionBuffer(int32_t iBuffer, int32_t Rows) {
   RunGuarded("mxDataSet  (ReDimensionBuffer)", [&] {
-    DATABUFFER& buf = buffers_(iBuffer);
+    DATABUFFER& buf = rows_.buffers(iBuffer);
     if (Rows != buf.nRowsInUse) {
       const bool qKeep = buf.nColumns >= 1 && buf.nRowsInUse >= 1;
       DimensionBufferArray(buf, qKeep, Rows, buf.nColumns, Rows);
@@ -189,8 +190,8 @@ void mxDataSet::RedimensionColumns(int32_t nColumns) { reDimensionColumnsBuffer(
 
 void mxDataSet::reDimensionColumnsBuffer(int32_t iBuffer, int32_t nColumns) {
   RunGuarded("mxDataSet  (reDimensionColumnsBuffer)", [&] {
-    if (nColumns >= 1 && nColumns != nCols_) {
-      DATABUFFER& buf = buffers_(iBuffer);
+    if (nColumns >= 1 && nColumns != headers_.nCols) {
+      DATABUFFER& buf = rows_.buffers(iBuffer);
       const int32_t nRowsInUse = buf.nRowsInUse;
       DimensionBufferArray(buf, true, nRowsInUse, nColumns, buf.nCapacity);
       buf.nRowsInUse = nRowsInUse;
@@ -206,7 +207,7 @@ void mxDataSet::TranslateRowToBufferAndRow(int32_t iRow, int32_t& iBuffer, int32
   iRowInBuffer = -1;
   qOK = false;
   RunGuarded("mxDataSet  (TranslateRowToBufferAndRow)", [&] {
-    if (nBuffers_ < 2) {
+    if (rows_.nBuffers < 2) {
       iBuffer = 1;
       iRowInBuffer = iRow;
       qOK = true;
@@ -214,12 +215,12 @@ void mxDataSet::TranslateRowToBufferAndRow(int32_t iRow, int32_t& iBuffer, int32
     }
     // Kept as the appended buffers have always been searched: the walk starts
     // at buffer 2, and the row is counted back from the previous buffer's rows.
-    int64_t S = buffers_(1).nRowsInUse;
-    for (int32_t b = 2; b <= nBuffers_; ++b) {
-      S += buffers_(b).nRowsInUse;
+    int64_t S = rows_.buffers(1).nRowsInUse;
+    for (int32_t b = 2; b <= rows_.nBuffers; ++b) {
+      S += rows_.buffers(b).nRowsInUse;
       if (S >= iRow) {
         iBuffer = b;
-        iRowInBuffer = static_cast<int32_t>(iRow - (S - buffers_(b - 1).nRowsInUse));
+        iRowInBuffer = static_cast<int32_t>(iRow - (S - rows_.buffers(b - 1).nRowsInUse));
         qOK = true;
         return;
       }
@@ -236,7 +237,7 @@ void mxDataSet::InitialiseColumnValues(const Array2<float>& dArr, bool& qOK) {
 void mxDataSet::InitialiseColumnValuesBuffer(int32_t iBuffer, const Array2<float>& dArr, bool& qOK) {
   qOK = false;
   RunGuarded("mxDataSet  (InitialiseColumnValuesBuffer)", [&] {
-    DATABUFFER& buf = buffers_(iBuffer);
+    DATABUFFER& buf = rows_.buffers(iBuffer);
     const int32_t nRows = dArr.UBound(1), nCols = dArr.UBound(2);
     buf.nRowsInUse = nRows;
     buf.nColumns = nCols;
@@ -277,7 +278,7 @@ void mxDataSet::InitialiseFrom2d(const Array2<float>& dArray, const Array<std::s
 void mxDataSet::LoadWholeArray(Array2<float>& dArray, bool qZeroTest, bool& qGo) {
   qGo = false;
   bool qGotMemory = false;
-  if (!qScratchFile_) {
+  if (!source_.qScratchFile) {
     if (!dArray.IsAllocated()) return;
     const int32_t nRows = static_cast<int32_t>(dArray.Rows());
     const int32_t nCols = static_cast<int32_t>(dArray.Cols());
@@ -295,8 +296,8 @@ void mxDataSet::LoadWholeArray(Array2<float>& dArray, bool qZeroTest, bool& qGo)
     InitialiseColumnValues(dArray, qValues);
     if (Module().CancelLoad || !qValues) return;
   }
-  if (qScratchFile_) {
-    MessageLog::Shared().Add("Memory squeeze " + zScratchFileName_, false);
+  if (source_.qScratchFile) {
+    MessageLog::Shared().Add("Memory squeeze " + source_.zScratchFileName, false);
     bool qSqueeze = false;
     MemorySqeeezeBuffer(1, dArray, qSqueeze);
     if (!qSqueeze) return;
@@ -338,27 +339,27 @@ void mxDataSet::InitialiseFromByteStore(Array2<float>& dArray, const AttributePo
 void mxDataSet::AddRowsToDatasetBuffer(const Array2<float>& dArray, bool& qOK, int32_t iRowIn) {
   qOK = false;
   RunGuarded("mxDataSet  (AddRowsToDatasetBuffer)", [&] {
-    if (!dArray.IsAllocated() || dArray.UBound(2) != nCols_) return;
+    if (!dArray.IsAllocated() || dArray.UBound(2) != headers_.nCols) return;
     const int32_t n = dArray.UBound(1) - iRowIn + 1;
-    DATABUFFER* last = &buffers_(nBuffers_);
+    DATABUFFER* last = &rows_.buffers(rows_.nBuffers);
     const int32_t s = last->nCapacity - last->nRowsInUse;
     if (n <= s) {
-      ArrayTools::CopyRows2(dArray, iRowIn, last->values, last->nRowsInUse + 1, n, nCols_);
+      ArrayTools::CopyRows2(dArray, iRowIn, last->values, last->nRowsInUse + 1, n, headers_.nCols);
       if (n > 0) last->nRowsInUse += n;
       qOK = true;
       return;
     }
     const int32_t sFill = std::max(s, 0);
     if (sFill > 0) {
-      ArrayTools::CopyRows2(dArray, iRowIn, last->values, last->nRowsInUse + 1, sFill, nCols_);
+      ArrayTools::CopyRows2(dArray, iRowIn, last->values, last->nRowsInUse + 1, sFill, headers_.nCols);
       last->nRowsInUse = last->nCapacity;
     }
-    buffers_.ReDimPreserve(nBuffers_ + 1);
-    nBuffers_ += 1;
+    rows_.buffers.ReDimPreserve(rows_.nBuffers + 1);
+    rows_.nBuffers += 1;
     const int32_t r = n - sFill;
-    DATABUFFER& fresh = buffers_(nBuffers_);
-    MakeAppendedBuffer(fresh, r, nCols_, r < kAppendGranularity + 1 ? kAppendGranularity : r);
-    ArrayTools::CopyRows2(dArray, iRowIn + sFill, fresh.values, 1, r, nCols_);
+    DATABUFFER& fresh = rows_.buffers(rows_.nBuffers);
+    MakeAppendedBuffer(fresh, r, headers_.nCols, r < kAppendGranularity + 1 ? kAppendGranularity : r);
+    ArrayTools::CopyRows2(dArray, iRowIn + sFill, fresh.values, 1, r, headers_.nCols);
     qOK = true;
   });
 }
@@ -367,7 +368,7 @@ void mxDataSet::AddRowsToDatasetBuffer_AsColumn(const Array2<float>& dArray, boo
                                                 int32_t iColumn) {
   qOK = false;
   RunGuarded("mxDataSet  (AddRowsToDatasetBuffer_AsColumn)", [&] {
-    if (qFetchOnDemand_) {
+    if (fetch_.qFetchOnDemand) {
       // Appending to columns that live on disk is not supported.
       GetHostServices().InformationMessage("", "FOD -STILL TO BE CHECKED - AddRowsToDataSetBuffer - during RTM");
       return;
@@ -376,8 +377,8 @@ void mxDataSet::AddRowsToDatasetBuffer_AsColumn(const Array2<float>& dArray, boo
     // that has rows. With no rows yet every row of dArray is new.
     bool qHaveLast = false;
     float L = 0.0f;
-    for (int32_t b = nBuffers_; b >= 1 && !qHaveLast; --b) {
-      const DATABUFFER& buf = buffers_(b);
+    for (int32_t b = rows_.nBuffers; b >= 1 && !qHaveLast; --b) {
+      const DATABUFFER& buf = rows_.buffers(b);
       if (buf.nRowsInUse < 1) continue;
       if (!ValidColumn(iColumn, true)) RaiseFault(kFaultSubscript);
       L = buf.values(buf.nRowsInUse, iColumn);
@@ -399,13 +400,13 @@ void mxDataSet::AddRowsToDatasetBuffer_AsColumn(const Array2<float>& dArray, boo
 
 void mxDataSet::MergeArraysCore() {
   const int32_t nTotal = get_NumRows();
-  if (nTotal < 1 || nCols_ < 1) return;
-  DATABUFFER& b1 = buffers_(1);
+  if (nTotal < 1 || headers_.nCols < 1) return;
+  DATABUFFER& b1 = rows_.buffers(1);
   const int32_t r1 = b1.nRowsInUse;
   ArrayTools::Resize2(b1.values, nTotal, b1.values.UBound(2));
   int32_t w = r1 + 1;
-  for (int32_t b = 2; b <= nBuffers_; ++b) {
-    const DATABUFFER& bb = buffers_(b);
+  for (int32_t b = 2; b <= rows_.nBuffers; ++b) {
+    const DATABUFFER& bb = rows_.buffers(b);
     if (bb.nRowsInUse < 1) continue;
     const int32_t nc = bb.values.UBound(2);
     (void)b1.values(w + bb.nRowsInUse - 1, nc);
@@ -415,9 +416,9 @@ void mxDataSet::MergeArraysCore() {
   }
   b1.nRowsInUse = nTotal;
   b1.nCapacity = b1.values.UBound(1);
-  buffers_.ReDimPreserve(1);
-  nBuffers_ = 1;
-  appendChunk_.reset();
+  rows_.buffers.ReDimPreserve(1);
+  rows_.nBuffers = 1;
+  rows_.appendChunk.reset();
 }
 
 void mxDataSet::MergeArrays(bool& qOK) {
@@ -433,7 +434,7 @@ void mxDataSet::ExtractDataArray(Array2<float>& arr2d, bool& qOK) {
   RunGuarded("mxDataSet  (ExtractDataArray)", [&] {
     // Columns on disk are extracted column by column from what is loaded;
     // that variant arrives with the column fetch machinery.
-    if (nBuffers_ > 1) {
+    if (rows_.nBuffers > 1) {
       bool qMerged = false;
       MergeArrays(qMerged);
       if (!qMerged) return;
@@ -446,7 +447,7 @@ void mxDataSet::ExtractArray(Array2<float>& arr2d, bool& qOK) {
   // The two extractions differ only for columns on disk.
   qOK = false;
   RunGuarded("mxDataSet  (ExtractArray)", [&] {
-    if (nBuffers_ > 1) {
+    if (rows_.nBuffers > 1) {
       bool qMerged = false;
       MergeArrays(qMerged);
       if (!qMerged) return;
@@ -461,12 +462,12 @@ void mxDataSet::ExtractDataArrayBuffer(int32_t iBuffer, Array2<float>& arr2d, bo
     if (!qInitialised_) return;
     // A data set presenting a tabulated function fills its buffer from the
     // table first; that arrives with tables.
-    DATABUFFER& buf = buffers_(iBuffer);
+    DATABUFFER& buf = rows_.buffers(iBuffer);
     buf.nCapacity = buf.values.UBound(1);
     if (buf.nCapacity < 1) return;
     // An extract gives the whole array, not only the rows in use.
-    const int32_t nRows = qRowMask_ ? nRowMask_ : buf.nCapacity;
-    const int32_t nCols = qColumnMask_ ? nColumnMask_ : nCols_;
+    const int32_t nRows = lists_.qRowMask ? lists_.nRowMask : buf.nCapacity;
+    const int32_t nCols = lists_.qColumnMask ? lists_.nColumnMask : headers_.nCols;
     if (nRows < 1 || nCols < 1) return;
     Array2<float> fresh;
     const bool qReuse = arr2d.IsAllocated() && arr2d.LBound(1) == 1 && arr2d.UBound(1) == nRows &&
@@ -474,19 +475,19 @@ void mxDataSet::ExtractDataArrayBuffer(int32_t iBuffer, Array2<float>& arr2d, bo
     Array2<float>& out = qReuse ? arr2d : fresh;
     if (!qReuse) out.ReDim(1, nRows, 1, nCols);
     const std::size_t colBytes = sizeof(float) * static_cast<std::size_t>(nRows);
-    if (!qRowMask_ && !qColumnMask_) {
+    if (!lists_.qRowMask && !lists_.qColumnMask) {
       const int32_t nHeld = buf.values.UBound(2);
       if (nCols <= nHeld)
         std::memcpy(out.data(), buf.values.data(), colBytes * static_cast<std::size_t>(nCols));
       else
         for (int32_t j = 1; j <= nHeld; ++j) std::memcpy(out.Column(j), buf.values.Column(j), colBytes);
-    } else if (!qRowMask_) {
+    } else if (!lists_.qRowMask) {
       for (int32_t j = 1; j <= nCols; ++j)
-        std::memcpy(out.Column(j), buf.values.Column(iColumnMask_(j)), colBytes);
+        std::memcpy(out.Column(j), buf.values.Column(lists_.iColumnMask(j)), colBytes);
     } else {
       for (int32_t j = 1; j <= nCols; ++j) {
-        const int32_t src = qColumnMask_ ? iColumnMask_(j) : j;
-        for (int32_t i = 1; i <= nRows; ++i) out(i, j) = buf.values(iRowMask_(i), src);
+        const int32_t src = lists_.qColumnMask ? lists_.iColumnMask(j) : j;
+        for (int32_t i = 1; i <= nRows; ++i) out(i, j) = buf.values(lists_.iRowMask(i), src);
       }
     }
     if (!qReuse) arr2d.Swap(fresh);

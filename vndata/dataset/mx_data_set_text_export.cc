@@ -10,6 +10,7 @@
 #include "vndata/platform/file_names.h"
 #include "vndata/platform/file_types.h"
 #include "vndata/platform/host_services.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/runtime_fault.h"
 #include "vndata/platform/string_tools.h"
 
@@ -57,12 +58,12 @@ std::vector<std::string> AttributeFields(const Array<std::string>& zHeaders, int
 
 void mxDataSet::WriteAsCSV(const std::string& zAlternativeFile) {
   RunGuarded("mxDataSet  (WriteAsCSV)", [&] {
-    const std::string zFile = zAlternativeFile.empty() ? zFileName_ : zAlternativeFile;
+    const std::string zFile = zAlternativeFile.empty() ? source_.zFileName : zAlternativeFile;
     if (GetHostServices().YesNoQuestion(kQuestionTitle, kQuestionText)) {
       WriteAsCSVExt(zFile);
       return;
     }
-    if (!qInitialised_ || get_NumRows() <= 0 || nCols_ <= 0 || zFile.empty()) return;
+    if (!qInitialised_ || get_NumRows() <= 0 || headers_.nCols <= 0 || zFile.empty()) return;
     WriteCSVFile(zFile, false);
   });
 }
@@ -90,10 +91,10 @@ void mxDataSet::WriteCSVFile(const std::string& zFile, bool qExtended) {
     out.WriteLine("[MXINFO]", {});
     out.WriteLine("ORIGIN=" + FileBaseName(zFile), {});
     out.WriteLine("TYPE=CSV", {});
-    out.WriteLine("CLASS=" + zDataClass_, {});
-    out.WriteLine("FILETYPE=" + FileTypeText(iFileType_), {});
-    out.WriteLine("DATE=" + zDateStamp_, {});
-    if (dNullValue_ != kUnwrittenNullValue) out.WriteLine("NULLVALUE=" + DoubleText(dNullValue_), {});
+    out.WriteLine("CLASS=" + source_.zDataClass, {});
+    out.WriteLine("FILETYPE=" + FileTypeText(source_.iFileType), {});
+    out.WriteLine("DATE=" + source_.zDateStamp, {});
+    if (plot_.dNullValue != kUnwrittenNullValue) out.WriteLine("NULLVALUE=" + DoubleText(plot_.dNullValue), {});
     out.WriteLine("[HEADERS]", {});
     out.WriteLine("CLASS=", AttributeFields(zHeaders, nHeaders, ATT_CLASS));
     out.WriteLine("MEMBER=", AttributeFields(zHeaders, nHeaders, ATT_MEMBER));
@@ -120,7 +121,7 @@ void mxDataSet::WriteCSVFile(const std::string& zFile, bool qExtended) {
       nHeaders > 0 ? ExtractAttribute(ATT_ORIGIN, zHeaders(nHeaders)) : std::string();
   GetHostServices().InformationMessage(
       kSavedTitle, zFile + " Saved.\r\nOnly the selected data set (" + zLastOrigin + "\\" +
-                       zUCaseGroupName_ + ")\r\nhas been saved in ASCII format");
+                       source_.zUCaseGroupName + ")\r\nhas been saved in ASCII format");
   qIsDirty_ = false;
 }
 
@@ -128,34 +129,34 @@ void mxDataSet::GetTextFileProperty(const std::string& zProperty, Variant& vData
   RunGuarded("mxDataSet  (GetTextFileProperty)", [&] {
     const std::string zName = StringTools::Upper(zProperty);
     if (zName == "DATA")
-      vData = std::to_string(iTextRowData_);
+      vData = std::to_string(plot_.iTextRowData);
     else if (zName == "DATEFORMAT")
-      vData = zTextRowDateFormat_;
+      vData = plot_.zTextRowDateFormat;
     else if (zName == "FIXEDLENGTH")
-      vData = std::to_string(iTextRowFixed_);
+      vData = std::to_string(plot_.iTextRowFixed);
     else if (zName == "INDEX")
-      vData = std::to_string(iTextRowIndex_);
+      vData = std::to_string(plot_.iTextRowIndex);
     else if (zName == "LGR")
-      vData = std::to_string(iTextRowLGR_);
+      vData = std::to_string(plot_.iTextRowLGR);
     else if (zName == "NAME")
-      vData = std::to_string(iTextRowName_);
+      vData = std::to_string(plot_.iTextRowName);
     else if (zName == "UNIT")
-      vData = std::to_string(iTextRowUnits_);
+      vData = std::to_string(plot_.iTextRowUnits);
     else if (zName == "VERBOSE")
-      vData = std::to_string(iTextRowVerbose_);
+      vData = std::to_string(plot_.iTextRowVerbose);
     else if (zName == "WELL")
-      vData = std::to_string(iTextRowWell_);
+      vData = std::to_string(plot_.iTextRowWell);
   });
 }
 
 void mxDataSet::DEBUGPRINT() const {
   // Kept as a place to stop in a debugger: the values are read, not shown.
-  [[maybe_unused]] const std::string& zOrigin = zOrigin_;
-  [[maybe_unused]] const std::string& zGroupName = zGroupName_;
-  [[maybe_unused]] const std::string& zFileName = zFileName_;
-  [[maybe_unused]] const std::string& zDataClass = zDataClass_;
-  [[maybe_unused]] const int32_t iFileType = iFileType_;
-  [[maybe_unused]] const int32_t nCols = nCols_;
+  [[maybe_unused]] const std::string& zOrigin = source_.zOrigin;
+  [[maybe_unused]] const std::string& zGroupName = source_.zGroupName;
+  [[maybe_unused]] const std::string& zFileName = source_.zFileName;
+  [[maybe_unused]] const std::string& zDataClass = source_.zDataClass;
+  [[maybe_unused]] const int32_t iFileType = source_.iFileType;
+  [[maybe_unused]] const int32_t nCols = headers_.nCols;
   [[maybe_unused]] const int32_t nRows = get_NumRows();
   [[maybe_unused]] const bool qInitialised = qInitialised_;
 }

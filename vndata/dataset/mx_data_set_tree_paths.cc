@@ -5,7 +5,9 @@
 #include <string_view>
 
 #include "vndata/dataset/mx_data_set.h"
+#include "vndata/foundation/internal/column_pointers.h"
 #include "vndata/foundation/vocabulary.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/runtime_fault.h"
 #include "vndata/platform/string_tools.h"
 
@@ -41,9 +43,9 @@ bool SkipsSubClass1ForLastToken(std::string_view zType) {
 
 std::string_view mxDataSet::AttributeView(int32_t iColumn, int32_t iAttribute) const {
   ByteStore* pool = Pool(iAttribute);
-  if (pool == nullptr || !columns_.InBounds(iColumn)) return std::string_view();
+  if (pool == nullptr || !headers_.columns.InBounds(iColumn)) return std::string_view();
   int32_t iPointer = -1;
-  if (!ReadAttributePointer(columns_(iColumn).Pointers, iAttribute, iPointer)) return {};
+  if (!ReadAttributePointer(headers_.columns(iColumn).Pointers, iAttribute, iPointer)) return {};
   return pool->View(iPointer);
 }
 
@@ -166,7 +168,7 @@ void mxDataSet::GetTreeViewKey(int32_t ThisCol, std::string& zTreeViewKey, int32
     if (!ValidColumn(ThisCol, true)) return;
     int32_t nLength = 0;
     BuildTreeViewPath(ThisCol, zTreeViewKey, nLength, qOK);
-    iCreationType = columns_(ThisCol).iCreationType;
+    iCreationType = headers_.columns(ThisCol).iCreationType;
   });
 }
 
@@ -183,7 +185,7 @@ void mxDataSet::GetTreeViewKeyData(int32_t ThisCol, std::string& zTreeViewKey, i
     LenKey = 0;
     for (int32_t k = 1; k <= nLevel; ++k) LenKey += LenKeyArray(k);
     if (nLevel > 1) LenKey += nLevel - 1;
-    iCreationType = columns_(ThisCol).iCreationType;
+    iCreationType = headers_.columns(ThisCol).iCreationType;
   });
 }
 
@@ -194,7 +196,7 @@ void mxDataSet::GetTreeViewKeyArray(int32_t ThisCol, int32_t& iCreationType,
     int32_t nTotal = 0;
     bool qOK = false;
     BuildTreeViewPathArray(ThisCol, zTV, lengths, nTotal, iNTV, qOK);
-    if (qOK) iCreationType = columns_(ThisCol).iCreationType;
+    if (qOK) iCreationType = headers_.columns(ThisCol).iCreationType;
   });
 }
 
@@ -208,7 +210,7 @@ std::string mxDataSet::BuildTreeViewPathLastToken(int32_t iColumn) {
       given[static_cast<std::size_t>(nGiven++)] = ids[static_cast<std::size_t>(k)];
   // The level above the leaf; a path of one token has none, and the data
   // set's own leaf name stands in.
-  if (nGiven < 2) return zDataRootLeaf_;
+  if (nGiven < 2) return source_.zDataRootLeaf;
   return std::string(AttributeView(iColumn, given[static_cast<std::size_t>(nGiven - 2)]));
 }
 
@@ -223,15 +225,15 @@ std::string mxDataSet::TreeViewLastLevel(int32_t ThisCol) {
 std::string mxDataSet::TreeViewPath(int32_t ThisCol) {
   std::string result;
   RunGuarded("mxDataSet  (TreeViewPath)", [&] {
-    if (!ValidColumnIndex(ThisCol) || columns_(ThisCol).LenTreeViewPath <= 0) return;
-    result = StringTools::KeyJoin(zDataRootUnique_, ComputedTreePath(ThisCol), false);
+    if (!ValidColumnIndex(ThisCol) || headers_.columns(ThisCol).LenTreeViewPath <= 0) return;
+    result = StringTools::KeyJoin(source_.zDataRootUnique, ComputedTreePath(ThisCol), false);
   });
   return result;
 }
 
 void mxDataSet::SetTreeViewPath(int32_t Index, const std::string& zTreeViewPath) {
   RunGuarded("mxDataSet  (SetTreeViewPath)", [&] {
-    COLUMNDATA& col = columns_(Index);
+    COLUMNDATA& col = headers_.columns(Index);
     if (!zTreeViewPath.empty()) col.LenTreeViewPath = RoundToInteger(static_cast<double>(zTreeViewPath.size()));
     std::size_t last = zTreeViewPath.rfind(kSeparator);
     col.LenTreeViewLastLevel =
@@ -244,19 +246,19 @@ void mxDataSet::SetTreeViewPathLengths(int32_t Index, int32_t iLenTreeViewPath,
   qOK = false;
   RunGuarded("mxDataSet  (SetTreeViewPathLengths)", [&] {
     if (ValidColumn(Index, true)) {
-      columns_(Index).LenTreeViewPath = RoundToInteger(iLenTreeViewPath);
-      columns_(Index).LenTreeViewLastLevel = RoundToInteger(iLenTreeViewLastLevel);
+      headers_.columns(Index).LenTreeViewPath = RoundToInteger(iLenTreeViewPath);
+      headers_.columns(Index).LenTreeViewLastLevel = RoundToInteger(iLenTreeViewLastLevel);
     }
     qOK = true;
   });
 }
 
 int32_t mxDataSet::LenTreeViewPath(int32_t iCol) const {
-  return ValidColumnIndex(iCol) ? columns_(iCol).LenTreeViewPath : 0;
+  return ValidColumnIndex(iCol) ? headers_.columns(iCol).LenTreeViewPath : 0;
 }
 
 int32_t mxDataSet::LenTreeViewLastLevel(int32_t iCol) const {
-  return ValidColumnIndex(iCol) ? columns_(iCol).LenTreeViewLastLevel : 0;
+  return ValidColumnIndex(iCol) ? headers_.columns(iCol).LenTreeViewLastLevel : 0;
 }
 
 bool mxDataSet::MakeTreeViewPath(int32_t Index, std::string& zTreeViewPath) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "vndata/platform/api.h"
 #include "vndata/platform/date.h"
 
 namespace vndata {
@@ -16,7 +17,7 @@ enum DQResampleMethod : int32_t {
 };
 
 // Fields in the order the record holds them.
-struct DQArgument {
+struct VNDATA_API DQArgument {
   std::string Argument;  // name in the expression
   std::string ColHead;   // a variable name or a `\`-path
   std::string FileName;  // file the vector came from

@@ -4,9 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "vndata/derived/adq_row_kernels.h"
+#include "vndata/derived/internal/adq_row_kernels.h"
 #include "vndata/platform/array_tools.h"
 #include "vndata/platform/differentiator.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/module_state.h"
 #include "vndata/platform/runtime_fault.h"
 
@@ -14,7 +15,6 @@ namespace vndata {
 
 namespace {
 
-std::string Tag(const char* zProcedure) { return TagOf("mxAutomaticDQ (Code)", zProcedure); }
 
 // Dimensions out 1..n. A vector that already has exactly those bounds is
 // reused, which is indistinguishable from a fresh one for a kernel that
@@ -134,7 +134,7 @@ Array2<float> CompactBlock(const Array2<float>& sArgs, const std::vector<int32_t
 // Copies column k of the block into a vector; a missing column is a logged
 // fault and leaves v as it was.
 void CopyColumn(const Array2<float>& sArgs, int32_t k, Array<float>& v) {
-  RunGuarded(Tag("CalculateADQWithNull"), [&] {
+  RunGuarded("mxAutomaticDQ (Code) (CalculateADQWithNull)", [&] {
     const float* src = sArgs.Column(k);
     Array<float> t(1, static_cast<int32_t>(sArgs.Rows()));
     std::copy(src, src + sArgs.Rows(), t.data());
@@ -175,7 +175,7 @@ void mxAutomaticDQ::CalculateADQWithNull(int32_t iRule, const Array2<float>& sAr
                                          float sNull, Array<float>& sOut, bool& qOK,
                                          const Variant& vConv) const {
   qOK = false;
-  RunGuarded(Tag("CalculateADQWithNull"), [&] {
+  RunGuarded("mxAutomaticDQ (Code) (CalculateADQWithNull)", [&] {
     if (!sArgs.IsAllocated()) return;
     int32_t n = sArgs.UBound(1);
     int32_t m = sArgs.UBound(2);
@@ -205,7 +205,7 @@ void mxAutomaticDQ::CalculateADQWithNull(int32_t iRule, const Array2<float>& sAr
     FillOut(sOut, n, sNull);
     int32_t nValid = static_cast<int32_t>(valid.size());
     // A kernel that refused leaves no result: its rows stay null.
-    RunGuarded(Tag("CalculateADQWithNull"), [&] {
+    RunGuarded("mxAutomaticDQ (Code) (CalculateADQWithNull)", [&] {
       if (!temp.InBounds(1) || !temp.InBounds(nValid)) RaiseFault(kFaultSubscript);
       const float* t = &temp(1);
       float* out = sOut.data();
@@ -219,7 +219,7 @@ void mxAutomaticDQ::ConvertUnitsWithNull(bool qUseNull, float sNull, const Array
                                          int32_t nFactors, Array<float>& sValues, int32_t& nValues,
                                          bool& qOK) const {
   qOK = false;
-  RunGuarded(Tag("ConvertUnitsWithNull"), [&] {
+  RunGuarded("mxAutomaticDQ (Code) (ConvertUnitsWithNull)", [&] {
     if (nFactors > sFactors.UBound()) return;
     if (nValues > sValues.UBound()) nValues = sValues.UBound();
     float f1 = sFactors(1);
@@ -246,7 +246,7 @@ void mxAutomaticDQ::ConvertUnitsWithNull(bool qUseNull, float sNull, const Array
 
 void mxAutomaticDQ::AdditionDQ(const Array2<float>& sArgs, Array<float>& sOut, bool& qOK) const {
   qOK = false;
-  RunGuarded(Tag("AdditionDQ"), [&] {
+  RunGuarded("mxAutomaticDQ (Code) (AdditionDQ)", [&] {
     if (!sArgs.IsAllocated()) return;
     std::vector<const float*> c = Columns(sArgs);
     DimensionOut(sOut, sArgs.UBound(1));
@@ -258,7 +258,7 @@ void mxAutomaticDQ::AdditionDQ(const Array2<float>& sArgs, Array<float>& sOut, b
 void mxAutomaticDQ::CutDQ(const Array2<float>& sArgs, float sNull, Array<float>& sOut,
                           bool& qOK) const {
   qOK = false;
-  RunGuarded(Tag("CutDQ"), [&] {
+  RunGuarded("mxAutomaticDQ (Code) (CutDQ)", [&] {
     if (!sArgs.IsAllocated()) return;
     std::vector<const float*> c = Columns(sArgs);
     DimensionOut(sOut, sArgs.UBound(1));
@@ -270,7 +270,7 @@ void mxAutomaticDQ::CutDQ(const Array2<float>& sArgs, float sNull, Array<float>&
 void mxAutomaticDQ::RatioDQ(const Array2<float>& sArgs, float sNull, Array<float>& sOut,
                             bool& qOK) const {
   qOK = false;
-  RunGuarded(Tag("RatioDQ"), [&] {
+  RunGuarded("mxAutomaticDQ (Code) (RatioDQ)", [&] {
     if (!sArgs.IsAllocated() || sArgs.UBound(2) != 2) return;
     DimensionOut(sOut, sArgs.UBound(1));
     adq::RatioRows(sArgs.Column(1), sArgs.Column(2), sNull, sOut.data(), 0, sArgs.Rows());
@@ -281,7 +281,7 @@ void mxAutomaticDQ::RatioDQ(const Array2<float>& sArgs, float sNull, Array<float
 void mxAutomaticDQ::DerivativeDQ(const Array<float>& sY, const Array<float>& sX, Array<float>& sOut,
                                  bool& qOK, int32_t iMode) const {
   qOK = false;
-  RunGuarded(Tag("DerivativeDQ"), [&] {
+  RunGuarded("mxAutomaticDQ (Code) (DerivativeDQ)", [&] {
     auto diff = std::make_unique<Differentiator>();
     if (sY.UBound() != sX.UBound()) return;
     int32_t n = sY.UBound();
@@ -378,7 +378,7 @@ void ScaleAndShift(const float* x, float* out, std::size_t n, Factor c1, Factor 
 void mxAutomaticDQ::UnitConvertDQ(const Array2<float>& sArgs, const Variant& vConv,
                                   Array<float>& sOut, bool& qOK) const {
   qOK = false;
-  RunGuarded(Tag("UnitConvertDQ"), [&] {
+  RunGuarded("mxAutomaticDQ (Code) (UnitConvertDQ)", [&] {
     int32_t n = sArgs.UBound(1);
     const float* x = sArgs.Column(1);
     if (vConv.IsEmpty()) {
@@ -392,7 +392,7 @@ void mxAutomaticDQ::UnitConvertDQ(const Array2<float>& sArgs, const Variant& vCo
         else
           qMissing = true;
       }
-      if (qMissing) LogFault(Tag("UnitConvertDQ"), RuntimeFault(kFaultSubscript));
+      if (qMissing) LogFault("mxAutomaticDQ (Code) (UnitConvertDQ)", RuntimeFault(kFaultSubscript));
       qOK = true;
       return;
     }
@@ -400,7 +400,7 @@ void mxAutomaticDQ::UnitConvertDQ(const Array2<float>& sArgs, const Variant& vCo
     std::size_t rows = static_cast<std::size_t>(n);
     // A factor that cannot be read leaves the result zero; the call still
     // succeeds.
-    RunGuarded(Tag("UnitConvertDQ"), [&] {
+    RunGuarded("mxAutomaticDQ (Code) (UnitConvertDQ)", [&] {
       if (!vConv.IsArray()) {
         Scale(x, sOut.data(), rows, ScalarFactor(vConv));
         return;
@@ -422,7 +422,7 @@ void mxAutomaticDQ::UnitConvertDQ(const Array2<float>& sArgs, const Variant& vCo
 
 void mxAutomaticDQ::AccumulateDQ(const Array2<float>& sArgs, Array<float>& sOut, bool& qOK) const {
   qOK = false;
-  RunGuarded(Tag("AccumulateDQ"), [&] {
+  RunGuarded("mxAutomaticDQ (Code) (AccumulateDQ)", [&] {
     if (!sArgs.IsAllocated() || sArgs.UBound(2) != 2) return;
     std::size_t n = sArgs.Rows();
     DimensionOut(sOut, sArgs.UBound(1));
@@ -438,7 +438,7 @@ void mxAutomaticDQ::AccumulateDQ(const Array2<float>& sArgs, Array<float>& sOut,
 void mxAutomaticDQ::RateFromCutDQ(const Array2<float>& sArgs, float sNull, Array<float>& sOut,
                                   bool& qOK) const {
   qOK = false;
-  RunGuarded(Tag("RateFromCutDQ"), [&] {
+  RunGuarded("mxAutomaticDQ (Code) (RateFromCutDQ)", [&] {
     if (!sArgs.IsAllocated() || sArgs.UBound(2) != 2) return;
     std::size_t n = sArgs.Rows();
     // Fresh zeros: a cell whose division fails keeps this value.
@@ -454,7 +454,7 @@ void mxAutomaticDQ::RateFromCutDQ(const Array2<float>& sArgs, float sNull, Array
       float den = b[i] - 1.0f;
       if (den == 0.0f) {
         // No guard for a cut of 1: the fault is logged and the cell skipped.
-        LogFault(Tag("RateFromCutDQ"), RuntimeFault(kFaultDivisionByZero));
+        LogFault("mxAutomaticDQ (Code) (RateFromCutDQ)", RuntimeFault(kFaultDivisionByZero));
         continue;
       }
       out[i] = (-a[i] * b[i]) / den;
@@ -466,7 +466,7 @@ void mxAutomaticDQ::RateFromCutDQ(const Array2<float>& sArgs, float sNull, Array
 void mxAutomaticDQ::MultiplicationDQ(const Array2<float>& sArgs, Array<float>& sOut,
                                      bool& qOK) const {
   qOK = false;
-  RunGuarded(Tag("MultiplicationDQ"), [&] {
+  RunGuarded("mxAutomaticDQ (Code) (MultiplicationDQ)", [&] {
     if (!sArgs.IsAllocated()) return;
     std::vector<const float*> c = Columns(sArgs);
     DimensionOut(sOut, sArgs.UBound(1));

@@ -19,6 +19,7 @@
 
 #include <cstdint>
 
+#include "vndata/platform/api.h"
 #include "vndata/platform/arrays.h"
 #include "vndata/platform/variant.h"
 
@@ -37,7 +38,7 @@ enum ADQRule : int32_t {
   kADQMultiplication = 10,
 };
 
-class mxAutomaticDQ {
+class VNDATA_API mxAutomaticDQ {
  public:
   // Applies rule iRule with the null rule. qOK is false only for an argument
   // block without two dimensions and when every row is null (sOut is then

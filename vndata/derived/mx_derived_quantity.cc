@@ -1,11 +1,11 @@
 #include "vndata/derived/mx_derived_quantity.h"
 
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/runtime_fault.h"
 
 namespace vndata {
 
 namespace {
-std::string Tag(const char* zProcedure) { return TagOf("mxDerivedQuantity (Code)", zProcedure); }
 }  // namespace
 
 mxDerivedQuantity::mxDerivedQuantity() {
@@ -18,7 +18,7 @@ void mxDerivedQuantity::AddArguments(const std::string& Argument, const std::str
                                      const std::string& Source, const std::string& ColHead,
                                      bool Hide, const std::string& zOrigin, int32_t SolIndex,
                                      const std::string& Class) {
-  RunGuarded(Tag("AddArguments"), [&] {
+  RunGuarded("mxDerivedQuantity (Code) (AddArguments)", [&] {
     NumberOfArguments_ += 1;
     Arguments_.ReDimPreserve(NumberOfArguments_);
     SetArguments(NumberOfArguments_, Argument, FileName, Source, ColHead, Hide, zOrigin, SolIndex,
@@ -31,7 +31,7 @@ void mxDerivedQuantity::SetArguments(int32_t Index, const std::string& Argument,
                                      const std::string& ColHead, bool Hide,
                                      const std::string& zOrigin, int32_t SolIndex,
                                      const std::string& Class) {
-  RunGuarded(Tag("SetArguments"), [&] {
+  RunGuarded("mxDerivedQuantity (Code) (SetArguments)", [&] {
     if (!ValidIndxe(Index)) return;
     DQArgument& a = Arguments_(Index);
     // Overwriting an argument discards its resampling.
@@ -51,7 +51,7 @@ void mxDerivedQuantity::GetArguments(int32_t Index, std::string& Argument, std::
                                      std::string& Source, std::string& ColHead, bool& Hide,
                                      std::string& zOrigin, int32_t& SolIndex,
                                      std::string& Class) const {
-  RunGuarded(Tag("GetArguments"), [&] {
+  RunGuarded("mxDerivedQuantity (Code) (GetArguments)", [&] {
     if (!ValidIndxe(Index)) return;
     const DQArgument& a = Arguments_(Index);
     Argument = a.Argument;
@@ -87,14 +87,14 @@ void mxDerivedQuantity::GetArguments(int32_t Index, std::string& Argument, std::
 }
 
 void mxDerivedQuantity::GetResampleMethod(int32_t Index, int32_t& Method) const {
-  RunGuarded(Tag("GetResampleMethod"), [&] {
+  RunGuarded("mxDerivedQuantity (Code) (GetResampleMethod)", [&] {
     if (!ValidIndxe(Index)) return;
     Method = Arguments_(Index).Method;
   });
 }
 
 void mxDerivedQuantity::GetResampleStepSize(int32_t Index, int32_t& StepSize) const {
-  RunGuarded(Tag("GetResampleStepSize"), [&] {
+  RunGuarded("mxDerivedQuantity (Code) (GetResampleStepSize)", [&] {
     if (!ValidIndxe(Index)) return;
     StepSize = Arguments_(Index).StepSize;
   });
@@ -102,7 +102,7 @@ void mxDerivedQuantity::GetResampleStepSize(int32_t Index, int32_t& StepSize) co
 
 void mxDerivedQuantity::GetResamplePeriod(int32_t Index, int32_t& Interval, std::string& Units,
                                           Date& StartDate) const {
-  RunGuarded(Tag("GetResamplePeriod"), [&] {
+  RunGuarded("mxDerivedQuantity (Code) (GetResamplePeriod)", [&] {
     if (!ValidIndxe(Index)) return;
     const DQArgument& a = Arguments_(Index);
     Interval = a.Interval;
@@ -112,7 +112,7 @@ void mxDerivedQuantity::GetResamplePeriod(int32_t Index, int32_t& Interval, std:
 }
 
 void mxDerivedQuantity::SetResampleStepSize(int32_t Index, int32_t StepSize) {
-  RunGuarded(Tag("SetResampleStepSize"), [&] {
+  RunGuarded("mxDerivedQuantity (Code) (SetResampleStepSize)", [&] {
     if (!ValidIndxe(Index)) return;
     DQArgument& a = Arguments_(Index);
     a.Method = kResampleByStepSize;
@@ -122,7 +122,7 @@ void mxDerivedQuantity::SetResampleStepSize(int32_t Index, int32_t StepSize) {
 
 void mxDerivedQuantity::SetResamplePeriod(int32_t Index, int32_t Interval, const std::string& Units,
                                           Date StartDate) {
-  RunGuarded(Tag("SetResamplePeriod"), [&] {
+  RunGuarded("mxDerivedQuantity (Code) (SetResamplePeriod)", [&] {
     if (!ValidIndxe(Index)) return;
     DQArgument& a = Arguments_(Index);
     a.Method = kResampleByPeriod;
@@ -133,7 +133,7 @@ void mxDerivedQuantity::SetResamplePeriod(int32_t Index, int32_t Interval, const
 }
 
 void mxDerivedQuantity::InitialiseArray(int32_t NumArgs) {
-  RunGuarded(Tag("InitialiseArray"), [&] {
+  RunGuarded("mxDerivedQuantity (Code) (InitialiseArray)", [&] {
     if (NumArgs > 0) {
       NumberOfArguments_ = NumArgs;
       Arguments_.ReDimPreserve(NumArgs);
@@ -145,14 +145,14 @@ void mxDerivedQuantity::InitialiseArray(int32_t NumArgs) {
 }
 
 void mxDerivedQuantity::SetList(const Array<std::string>& zList, int32_t nList) {
-  RunGuarded(Tag("SetList"), [&] {
+  RunGuarded("mxDerivedQuantity (Code) (SetList)", [&] {
     nList_ = nList;
     if (nList > 0) zList_ = zList;
   });
 }
 
 void mxDerivedQuantity::GetList(Array<std::string>& zList, int32_t& nList) const {
-  RunGuarded(Tag("GetList"), [&] {
+  RunGuarded("mxDerivedQuantity (Code) (GetList)", [&] {
     nList = nList_;
     if (nList_ > 0) zList = zList_;
   });
@@ -161,7 +161,7 @@ void mxDerivedQuantity::GetList(Array<std::string>& zList, int32_t& nList) const
 bool mxDerivedQuantity::GetArgument_ReAssociate(int32_t Index, bool& qOK) const {
   bool qFlag = false;
   qOK = false;
-  RunGuarded(Tag("GetArgument_ReAssociate"), [&] {
+  RunGuarded("mxDerivedQuantity (Code) (GetArgument_ReAssociate)", [&] {
     if (!ValidIndxe(Index)) return;
     qFlag = Arguments_(Index).ReAssociate;
     qOK = true;
@@ -171,7 +171,7 @@ bool mxDerivedQuantity::GetArgument_ReAssociate(int32_t Index, bool& qOK) const 
 
 void mxDerivedQuantity::SetArgument_ReAssociate(int32_t Index, bool qReassociate, bool& qOK) {
   qOK = false;
-  RunGuarded(Tag("SetArgument_ReAssociate"), [&] {
+  RunGuarded("mxDerivedQuantity (Code) (SetArgument_ReAssociate)", [&] {
     if (!ValidIndxe(Index)) return;
     Arguments_(Index).ReAssociate = qReassociate;
     qOK = true;
@@ -180,7 +180,7 @@ void mxDerivedQuantity::SetArgument_ReAssociate(int32_t Index, bool qReassociate
 
 std::string mxDerivedQuantity::GetArgumentName(int32_t Index) const {
   std::string zName;
-  RunGuarded(Tag("GetArgumentName"), [&] {
+  RunGuarded("mxDerivedQuantity (Code) (GetArgumentName)", [&] {
     if (!ValidIndxe(Index)) return;
     zName = Arguments_(Index).Argument;
   });

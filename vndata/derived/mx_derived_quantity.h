@@ -12,12 +12,13 @@
 #include <string>
 
 #include "vndata/derived/dq_argument.h"
+#include "vndata/platform/api.h"
 #include "vndata/platform/arrays.h"
 #include "vndata/platform/date.h"
 
 namespace vndata {
 
-class mxDerivedQuantity {
+class VNDATA_API mxDerivedQuantity {
  public:
   // A new record: one empty argument slot, TargetDataSet and ResultSolIndex -1.
   mxDerivedQuantity();

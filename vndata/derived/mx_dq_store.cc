@@ -2,12 +2,12 @@
 
 #include <string>
 
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/runtime_fault.h"
 
 namespace vndata {
 
 namespace {
-std::string Tag(const char* zProcedure) { return TagOf("mxDQStore (Code)", zProcedure); }
 
 // An empty reference used as an object is fault 91, as on the platform.
 const mxDerivedQuantity& Deref(const std::shared_ptr<mxDerivedQuantity>& p) {
@@ -24,7 +24,7 @@ void mxDQStore::ResetItems() {
 }
 
 void mxDQStore::ReInitialise() {
-  RunGuarded(Tag("ReInitialise"), [&] {
+  RunGuarded("mxDQStore (Code) (ReInitialise)", [&] {
     ResetItems();
     IsDirty_ = false;
   });
@@ -38,11 +38,11 @@ void mxDQStore::AddItemUnguarded(const std::shared_ptr<mxDerivedQuantity>& DQ) {
 }
 
 void mxDQStore::AddItem(const std::shared_ptr<mxDerivedQuantity>& DQ) {
-  RunGuarded(Tag("AddItem"), [&] { AddItemUnguarded(DQ); });
+  RunGuarded("mxDQStore (Code) (AddItem)", [&] { AddItemUnguarded(DQ); });
 }
 
 void mxDQStore::DQUpdate(int32_t Index, const std::shared_ptr<mxDerivedQuantity>& DQ) {
-  RunGuarded(Tag("DQUpdate"), [&] {
+  RunGuarded("mxDQStore (Code) (DQUpdate)", [&] {
     bool qOK = false;
     if (!ValidItem(Index, qOK)) return;
     copyDQClass(Deref(DQ), DQItems_(Index));
@@ -50,7 +50,7 @@ void mxDQStore::DQUpdate(int32_t Index, const std::shared_ptr<mxDerivedQuantity>
 }
 
 void mxDQStore::DeleteItem(int32_t Index) {
-  RunGuarded(Tag("DeleteItem"), [&] {
+  RunGuarded("mxDQStore (Code) (DeleteItem)", [&] {
     bool qOK = false;
     if (!ValidItem(Index, qOK)) return;
     int32_t nKeep = DQItems_.UBound() - 2;
@@ -79,7 +79,7 @@ bool mxDQStore::InGetSetRange(int32_t Index) const {
 
 void mxDQStore::getItem(int32_t Index, std::shared_ptr<mxDerivedQuantity>& DQ, bool& qOK) const {
   qOK = false;
-  RunGuarded(Tag("getItem"), [&] {
+  RunGuarded("mxDQStore (Code) (getItem)", [&] {
     if (!InGetSetRange(Index)) return;
     copyDQClass(Deref(DQItems_(Index)), DQ);
     qOK = true;
@@ -88,7 +88,7 @@ void mxDQStore::getItem(int32_t Index, std::shared_ptr<mxDerivedQuantity>& DQ, b
 
 void mxDQStore::SetItem(int32_t Index, const std::shared_ptr<mxDerivedQuantity>& DQ, bool& qOK) {
   qOK = false;
-  RunGuarded(Tag("SetItem"), [&] {
+  RunGuarded("mxDQStore (Code) (SetItem)", [&] {
     if (!InGetSetRange(Index)) return;
     copyDQClass(Deref(DQ), DQItems_(Index));
     qOK = true;

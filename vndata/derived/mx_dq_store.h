@@ -13,13 +13,14 @@
 #include <memory>
 
 #include "vndata/derived/mx_derived_quantity.h"
+#include "vndata/platform/api.h"
 #include "vndata/platform/arrays.h"
 #include "vndata/platform/record_codec.h"
 #include "vndata/platform/record_file.h"
 
 namespace vndata {
 
-class mxDQStore {
+class VNDATA_API mxDQStore {
  public:
   mxDQStore();
 

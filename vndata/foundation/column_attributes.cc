@@ -3,20 +3,15 @@
 #include <cstring>
 #include <limits>
 
+#include "vndata/foundation/internal/column_pointers.h"
 #include "vndata/foundation/vocabulary.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/runtime_fault.h"
 #include "vndata/platform/string_tools.h"
 
 namespace vndata {
 
-namespace {
-
-// Trace tags of this module: "mxColumnAttributes (Code) (<procedure>)".
-#define VNDATA_ATTR_TAG(proc) "mxColumnAttributes (Code) (" proc ")"
-
-// The 16-bit field of an id, or nullptr for "INDEX" and for ids with no field.
-using Field16Ptr = int16_t VECTORDATA::*;
-Field16Ptr Field16(int32_t iAttribute) {
+int16_t VECTORDATA::*AttributeField16(int32_t iAttribute) {
   switch (iAttribute) {
     case ATT_ORIGIN: return &VECTORDATA::iOrigin;
     case ATT_TYPE: return &VECTORDATA::iType;
@@ -32,8 +27,6 @@ Field16Ptr Field16(int32_t iAttribute) {
   }
 }
 
-}  // namespace
-
 void InitVECTORDATA(VECTORDATA& v) { v = VECTORDATA(); }
 
 bool ReadAttributePointer(const VECTORDATA& v, int32_t iAttribute, int32_t& iPointer) {
@@ -41,7 +34,7 @@ bool ReadAttributePointer(const VECTORDATA& v, int32_t iAttribute, int32_t& iPoi
     iPointer = v.iIndex;
     return true;
   }
-  const Field16Ptr f = Field16(iAttribute);
+  int16_t VECTORDATA::*const f = AttributeField16(iAttribute);
   if (f == nullptr) return false;
   iPointer = v.*f;
   return true;
@@ -52,7 +45,7 @@ void WriteAttributePointer(VECTORDATA& v, int32_t iAttribute, int32_t iPointer) 
     v.iIndex = iPointer;
     return;
   }
-  const Field16Ptr f = Field16(iAttribute);
+  int16_t VECTORDATA::*const f = AttributeField16(iAttribute);
   if (f == nullptr) return;
   if (iPointer > std::numeric_limits<int16_t>::max() || iPointer < std::numeric_limits<int16_t>::min())
     RaiseFault(kFaultOverflow);
@@ -72,7 +65,7 @@ bool getVECTORDATASingleAttributePointer(const VECTORDATA& v, int32_t iAttribute
 
 bool setVECTORDATASingleAttributePointer(VECTORDATA& v, int32_t iAttribute, int32_t iPointer) {
   bool qOK = false;
-  RunGuarded(VNDATA_ATTR_TAG("setVECTORDATASingleAttributePointer"), [&] {
+  RunGuarded("mxColumnAttributes (Code) (setVECTORDATASingleAttributePointer)", [&] {
     WriteAttributePointer(v, iAttribute, iPointer);
     qOK = true;
   });
@@ -82,7 +75,7 @@ bool setVECTORDATASingleAttributePointer(VECTORDATA& v, int32_t iAttribute, int3
 bool getSingleAttributePointer(const Array<COLUMNDATA>& cols, int32_t iColumn, int32_t iAttribute,
                                int32_t& iPointer) {
   bool qOK = false;
-  RunGuarded(VNDATA_ATTR_TAG("getSingleAttributePointer"), [&] {
+  RunGuarded("mxColumnAttributes (Code) (getSingleAttributePointer)", [&] {
     ReadAttributePointer(cols(iColumn).Pointers, iAttribute, iPointer);
     qOK = true;
   });
@@ -92,7 +85,7 @@ bool getSingleAttributePointer(const Array<COLUMNDATA>& cols, int32_t iColumn, i
 bool setSingleAttributePointer(Array<COLUMNDATA>& cols, int32_t iColumn, int32_t iAttribute,
                                int32_t iPointer) {
   bool qOK = false;
-  RunGuarded(VNDATA_ATTR_TAG("setSingleAttributePointer"), [&] {
+  RunGuarded("mxColumnAttributes (Code) (setSingleAttributePointer)", [&] {
     WriteAttributePointer(cols(iColumn).Pointers, iAttribute, iPointer);
     qOK = true;
   });
@@ -102,7 +95,7 @@ bool setSingleAttributePointer(Array<COLUMNDATA>& cols, int32_t iColumn, int32_t
 bool getSingleAttributePointers(const Array<COLUMNDATA>& cols, int32_t iAttribute,
                                 Array<int32_t>& iPointers) {
   bool qOK = false;
-  RunGuarded(VNDATA_ATTR_TAG("getSingleAttributePointers"), [&] {
+  RunGuarded("mxColumnAttributes (Code) (getSingleAttributePointers)", [&] {
     const int32_t n = static_cast<int32_t>(cols.size());
     if (n < 1) RaiseFault(kFaultSubscript);
     Array<int32_t> out(1, n);
@@ -110,7 +103,7 @@ bool getSingleAttributePointers(const Array<COLUMNDATA>& cols, int32_t iAttribut
     int32_t* p = out.data();
     if (iAttribute == ATT_INDEX) {
       for (int32_t i = 0; i < n; ++i) p[i] = c[i].Pointers.iIndex;
-    } else if (const Field16Ptr f = Field16(iAttribute)) {
+    } else if (int16_t VECTORDATA::*const f = AttributeField16(iAttribute)) {
       for (int32_t i = 0; i < n; ++i) p[i] = c[i].Pointers.*f;
     }
     // Ids with no field leave their entries at 0, as a fresh array holds.
@@ -123,7 +116,7 @@ bool getSingleAttributePointers(const Array<COLUMNDATA>& cols, int32_t iAttribut
 bool setSingleAttributePointers(const Array<int32_t>& iPointers, int32_t iAttribute,
                                 Array<COLUMNDATA>& cols, int32_t iFirstColumn) {
   bool qOK = false;
-  RunGuarded(VNDATA_ATTR_TAG("setSingleAttributePointers"), [&] {
+  RunGuarded("mxColumnAttributes (Code) (setSingleAttributePointers)", [&] {
     const int32_t f = iFirstColumn < 2 ? 1 : iFirstColumn;
     if (iPointers.IsAllocated()) {
       const int32_t lo = iPointers.LBound(), hi = iPointers.UBound();
@@ -139,7 +132,7 @@ bool setSingleAttributePointers(const Array<int32_t>& iPointers, int32_t iAttrib
 
 bool setVECTORDATAPointers(const Array<int32_t>& iPointers, VECTORDATA& v) {
   bool qOK = false;
-  RunGuarded(VNDATA_ATTR_TAG("setVECTORDATAPointers"), [&] {
+  RunGuarded("mxColumnAttributes (Code) (setVECTORDATAPointers)", [&] {
     for (int32_t id = 1; id <= kNumAttributes; ++id) {
       if (id == TREEVIEWPATH || id == UNUSED3 || id == UNUSED13) continue;
       WriteAttributePointer(v, id, iPointers(id));
@@ -151,7 +144,7 @@ bool setVECTORDATAPointers(const Array<int32_t>& iPointers, VECTORDATA& v) {
 
 bool InitColumnDataArray(Array<COLUMNDATA>& cols, int32_t iFirstColumn) {
   bool qOK = false;
-  RunGuarded(VNDATA_ATTR_TAG("InitColumnDataArray"), [&] {
+  RunGuarded("mxColumnAttributes (Code) (InitColumnDataArray)", [&] {
     ResetColumnPointers(cols, iFirstColumn < 1 ? 1 : iFirstColumn);
     qOK = true;
   });
@@ -171,7 +164,7 @@ bool setClassPointerData(const AttributePools& pools, const Array<COLUMNDATA>& c
                          Array<CLASSDATA>& ClassData, int32_t& nClasses, int32_t& nList,
                          Array<int32_t>& ClassMemberList) {
   bool qOK = false;
-  RunGuarded(VNDATA_ATTR_TAG("setClassPointerData"), [&] {
+  RunGuarded("mxColumnAttributes (Code) (setClassPointerData)", [&] {
     const int32_t M = PoolCount(pools, ATT_MEMBER);
     const int32_t C = PoolCount(pools, ATT_CLASS);
     nClasses = 0;
@@ -224,7 +217,7 @@ bool getClassPointerList(const ByteStore* classPool, const std::string& zClasses
                          const Array<CLASSDATA>& ClassData, const Array<int32_t>& ClassMemberList,
                          Array<int32_t>& iMembers, int32_t& nMembers) {
   bool qOK = false;
-  RunGuarded(VNDATA_ATTR_TAG("getClassPointerList"), [&] {
+  RunGuarded("mxColumnAttributes (Code) (getClassPointerList)", [&] {
     nMembers = 0;
     if (classPool == nullptr) {
       qOK = true;
@@ -254,7 +247,7 @@ bool getClassPointerList(const ByteStore* classPool, const std::string& zClasses
 bool setMemberNames(const Array<std::string>& zNames, int32_t nNames, Array<WELLINFO>& wells,
                     int32_t& nWells) {
   bool qOK = false;
-  RunGuarded(VNDATA_ATTR_TAG("setMemberNames"), [&] {
+  RunGuarded("mxColumnAttributes (Code) (setMemberNames)", [&] {
     Array<WELLINFO> out(1, nNames < 1 ? 1 : nNames);
     for (int32_t i = 1; i <= nNames; ++i) {
       WELLINFO& w = out(i);
@@ -281,7 +274,7 @@ std::string getMemberName(const Array<WELLINFO>& wells, int32_t nWells, int32_t 
 bool GetPointersToWellList(const Array<WELLINFO>& wells, int32_t nWells, const ByteStore& members,
                            Array<bool>& qInList) {
   bool qOK = false;
-  RunGuarded(VNDATA_ATTR_TAG("GetPointersToWellList"), [&] {
+  RunGuarded("mxColumnAttributes (Code) (GetPointersToWellList)", [&] {
     if (nWells < 1) {
       qOK = true;
       return;

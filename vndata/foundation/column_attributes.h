@@ -15,6 +15,7 @@
 #include <type_traits>
 
 #include "vndata/foundation/well_info.h"
+#include "vndata/platform/api.h"
 #include "vndata/platform/arrays.h"
 #include "vndata/platform/byte_store.h"
 
@@ -26,7 +27,7 @@ namespace vndata {
 // These 24 bytes, in this order and in the host's byte order, are also the
 // stored pointer block of a data set. -1 means that the attribute has no
 // value.
-struct VECTORDATA {
+struct VNDATA_API VECTORDATA {
   int16_t iOrigin = -1;     // pointer 0: id 4 "ORIGIN"
   int16_t iType = -1;       // pointer 1: id 5 "TYPE"
   int16_t iClass = -1;      // pointer 2: id 6 "CLASS"
@@ -52,7 +53,7 @@ constexpr float kLimitSeedMin = 3.402823E+38f;
 constexpr float kLimitSeedMax = -3.402823E+38f;
 
 // One record per column.
-struct COLUMNDATA {
+struct VNDATA_API COLUMNDATA {
   Array<float> values;         // the column's own values, held only for columns fetched from disk
   float dMinVal = kLimitSeedMin;
   float dMaxVal = kLimitSeedMax;
@@ -71,68 +72,65 @@ using AttributePools = Array<std::shared_ptr<ByteStore>>;
 
 // One class of the class index: its members are entries iStart+1 to
 // iStart+nCount of the member list.
-struct CLASSDATA {
+struct VNDATA_API CLASSDATA {
   int32_t iStart = 0;
   int32_t nCount = 0;
 };
 
 // Puts -1 in every field.
-void InitVECTORDATA(VECTORDATA& v);
+VNDATA_API void InitVECTORDATA(VECTORDATA& v);
 
 // ---- Pointer access ------------------------------------------------------------
 // An id with no field (1, 3, 13, or outside 1..14) leaves the output untouched
 // and still reports success. A 16-bit field written with a value outside its
 // range is fault 6 (overflow): these guarded forms log one trace line and
 // return false, keeping the field as it stood.
-bool getVECTORDATASingleAttributePointer(const VECTORDATA& v, int32_t iAttribute, int32_t& iPointer);
-bool setVECTORDATASingleAttributePointer(VECTORDATA& v, int32_t iAttribute, int32_t iPointer);
-bool getSingleAttributePointer(const Array<COLUMNDATA>& cols, int32_t iColumn, int32_t iAttribute,
-                               int32_t& iPointer);
-bool setSingleAttributePointer(Array<COLUMNDATA>& cols, int32_t iColumn, int32_t iAttribute,
-                               int32_t iPointer);
+VNDATA_API bool getVECTORDATASingleAttributePointer(const VECTORDATA& v, int32_t iAttribute,
+                                                    int32_t& iPointer);
+VNDATA_API bool setVECTORDATASingleAttributePointer(VECTORDATA& v, int32_t iAttribute,
+                                                    int32_t iPointer);
+VNDATA_API bool getSingleAttributePointer(const Array<COLUMNDATA>& cols, int32_t iColumn,
+                                          int32_t iAttribute, int32_t& iPointer);
+VNDATA_API bool setSingleAttributePointer(Array<COLUMNDATA>& cols, int32_t iColumn,
+                                          int32_t iAttribute, int32_t iPointer);
 // Sizes iPointers to the number of column records and fills it with the id's
 // pointer of every column.
-bool getSingleAttributePointers(const Array<COLUMNDATA>& cols, int32_t iAttribute,
-                                Array<int32_t>& iPointers);
+VNDATA_API bool getSingleAttributePointers(const Array<COLUMNDATA>& cols, int32_t iAttribute,
+                                           Array<int32_t>& iPointers);
 // Writes pointer i of the array into column iFirstColumn-1+i; a first column
 // below 2 means from column 1.
-bool setSingleAttributePointers(const Array<int32_t>& iPointers, int32_t iAttribute,
-                                Array<COLUMNDATA>& cols, int32_t iFirstColumn);
+VNDATA_API bool setSingleAttributePointers(const Array<int32_t>& iPointers, int32_t iAttribute,
+                                           Array<COLUMNDATA>& cols, int32_t iFirstColumn);
 // Fills one VECTORDATA from 14 pointers by id; entries 1, 3 and 13 are ignored.
-bool setVECTORDATAPointers(const Array<int32_t>& iPointers, VECTORDATA& v);
+VNDATA_API bool setVECTORDATAPointers(const Array<int32_t>& iPointers, VECTORDATA& v);
 // Resets the pointers of every record from iFirstColumn to the last to -1.
-bool InitColumnDataArray(Array<COLUMNDATA>& cols, int32_t iFirstColumn);
-
-// Unguarded forms for callers that run under their own guard: reading
-// reports whether the id has a field; writing raises fault 6 on overflow.
-bool ReadAttributePointer(const VECTORDATA& v, int32_t iAttribute, int32_t& iPointer);
-void WriteAttributePointer(VECTORDATA& v, int32_t iAttribute, int32_t iPointer);
-void ResetColumnPointers(Array<COLUMNDATA>& cols, int32_t iFirstColumn);
+VNDATA_API bool InitColumnDataArray(Array<COLUMNDATA>& cols, int32_t iFirstColumn);
 
 // ---- Class index -------------------------------------------------------------
 // Builds ClassData (one entry per "CLASS" cell) and ClassMemberList ("MEMBER"
 // cells, the members of each class in cell order) from the columns' "CLASS"
 // and "MEMBER" pointers. A column whose class or member pointer is below 1 is
 // left out. With no column counted, returns true and leaves the outputs.
-bool setClassPointerData(const AttributePools& pools, const Array<COLUMNDATA>& cols,
-                         Array<CLASSDATA>& ClassData, int32_t& nClasses, int32_t& nList,
-                         Array<int32_t>& ClassMemberList);
+VNDATA_API bool setClassPointerData(const AttributePools& pools, const Array<COLUMNDATA>& cols,
+                                    Array<CLASSDATA>& ClassData, int32_t& nClasses, int32_t& nList,
+                                    Array<int32_t>& ClassMemberList);
 // The member cells of the first of the comma-separated class words found in
 // the "CLASS" pool; count 0 with true when no word is known.
-bool getClassPointerList(const ByteStore* classPool, const std::string& zClasses,
-                         const Array<CLASSDATA>& ClassData, const Array<int32_t>& ClassMemberList,
-                         Array<int32_t>& iMembers, int32_t& nMembers);
+VNDATA_API bool getClassPointerList(const ByteStore* classPool, const std::string& zClasses,
+                                    const Array<CLASSDATA>& ClassData,
+                                    const Array<int32_t>& ClassMemberList, Array<int32_t>& iMembers,
+                                    int32_t& nMembers);
 
 // ---- Member names as well records ----------------------------------------------
 // One well record per name: its number, the name blank-padded or cut to 40
 // bytes, a blank grid name and zero in the two trailing fields.
-bool setMemberNames(const Array<std::string>& zNames, int32_t nNames, Array<WELLINFO>& wells,
-                    int32_t& nWells);
+VNDATA_API bool setMemberNames(const Array<std::string>& zNames, int32_t nNames,
+                               Array<WELLINFO>& wells, int32_t& nWells);
 // The trimmed name of well n; "" when n is outside 1..nWells.
-std::string getMemberName(const Array<WELLINFO>& wells, int32_t nWells, int32_t n);
+VNDATA_API std::string getMemberName(const Array<WELLINFO>& wells, int32_t nWells, int32_t n);
 // For each well, whether its trimmed name is a text of the "MEMBER" pool,
 // compared with case. qInList is sized 1..nWells (left unallocated for none).
-bool GetPointersToWellList(const Array<WELLINFO>& wells, int32_t nWells, const ByteStore& members,
-                           Array<bool>& qInList);
+VNDATA_API bool GetPointersToWellList(const Array<WELLINFO>& wells, int32_t nWells,
+                                      const ByteStore& members, Array<bool>& qInList);
 
 }  // namespace vndata

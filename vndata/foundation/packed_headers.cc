@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "vndata/foundation/vocabulary.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/runtime_fault.h"
 #include "vndata/platform/string_tools.h"
 
@@ -13,7 +14,6 @@ namespace vndata {
 namespace {
 
 // Trace tags of this module: "mxPackedHeaders (Code) (<procedure>)".
-#define VNDATA_HEADERS_TAG(proc) "mxPackedHeaders (Code) (" proc ")"
 
 // Current position of each field of an attribute constant list, by field
 // number (ACF_*); the legacy tree path has none.
@@ -150,7 +150,7 @@ void RecordFromText(std::string_view zAttrib232, Array<uint8_t>& bRecord) {
 bool Update2NewAttribs(const Array<int32_t>& iAttConst, const Array2<uint8_t>& bOld,
                        Array2<uint8_t>& bNew, int32_t nRecords) {
   bool qOK = false;
-  RunGuarded(VNDATA_HEADERS_TAG("Update2NewAttribs"), [&] {
+  RunGuarded("mxPackedHeaders (Code) (Update2NewAttribs)", [&] {
     Array2<uint8_t> out(1, kPackedRecordSize, 1, nRecords);
     Array<uint8_t> work(1, kPackedRecordSize);  // zeros, kept from record to record
     for (int32_t r = 1; r <= nRecords; ++r) {
@@ -177,7 +177,7 @@ bool Update2NewAttribs(const Array<int32_t>& iAttConst, const Array2<uint8_t>& b
 bool UpdateBONLY(int32_t nRecords, const Array<int32_t>& iAttConst, const Array<uint8_t>& bOld,
                  Array2<uint8_t>& bOnly) {
   bool qOK = false;
-  RunGuarded(VNDATA_HEADERS_TAG("UpdateBONLY"), [&] {
+  RunGuarded("mxPackedHeaders (Code) (UpdateBONLY)", [&] {
     int32_t pos = 0, wClass = 0, wMember = 0;
     AttConstField(iAttConst, ACF_CLASS, pos, wClass);
     AttConstField(iAttConst, ACF_MEMBER, pos, wMember);

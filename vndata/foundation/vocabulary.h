@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "vndata/platform/api.h"
 #include "vndata/platform/arrays.h"
 #include "vndata/platform/variant.h"
 
@@ -42,9 +43,9 @@ constexpr int32_t kAttConstSize = 25;
 
 // The keyword of an id ("UNITS", "ORIGIN", ...; "TREEVIEWPATH", "UNUSED3",
 // "UNUSED13", "GRID" for the others); "" outside 1..14.
-std::string AttributeKeyword(int32_t iAttribute);
+VNDATA_API std::string AttributeKeyword(int32_t iAttribute);
 // Whether the id names a field of a packed record (2, 4..12, 14).
-bool IsStoredAttribute(int32_t iAttribute);
+VNDATA_API bool IsStoredAttribute(int32_t iAttribute);
 
 // The order in which attributes are packed into and unpacked from bHeaders.
 constexpr std::array<int32_t, 11> kPackOrder = {4, 6, 5, 11, 2, 9, 12, 7, 8, 14, 10};
@@ -52,15 +53,15 @@ constexpr std::array<int32_t, 11> kPackOrder = {4, 6, 5, 11, 2, 9, 12, 7, 8, 14,
 // ---- Position table --------------------------------------------------------
 // AttPos(1, id) is the 1-based position of the id's field in a current packed
 // record and AttPos(2, id) its width; 0 for ids 1, 3 and 13.
-void InitAttributes(Array2<int32_t>& AttPos);
+VNDATA_API void InitAttributes(Array2<int32_t>& AttPos);
 // The position and width of one id, from the thread's table (filled on first
 // use). An id outside 1..14 gives 0, 0.
-void InitSingleAttPos(int32_t iAttribute, int32_t& iPos, int32_t& iWidth);
+VNDATA_API void InitSingleAttPos(int32_t iAttribute, int32_t& iPos, int32_t& iWidth);
 // The thread's position table, filled on first use.
-const Array2<int32_t>& AttPosTable();
+VNDATA_API const Array2<int32_t>& AttPosTable();
 
 // The "PACKEDATTS" triples: for ids 1..14 in turn, id, position, width (1..42).
-Array<int32_t> PackedAttsTriples();
+VNDATA_API Array<int32_t> PackedAttsTriples();
 
 // ---- Attribute constant lists ----------------------------------------------
 // Field order of the 12 pairs after the dimension.
@@ -79,14 +80,15 @@ enum AttConstField : int32_t {
   ACF_GRID,
 };
 // The list written by EXPORTBINARYCONSTANTLIST (entries 1..25, dimension first).
-Array<int32_t> CurrentAttConst();
+VNDATA_API Array<int32_t> CurrentAttConst();
 // The list assumed for a file that carries none (273-byte records).
-Array<int32_t> LegacyAttConst();
+VNDATA_API Array<int32_t> LegacyAttConst();
 // Sets the thread's constant list to the legacy one, as a load does before it
 // meets an "ATTCONST" record.
-void InitOldAttributeConstants();
+VNDATA_API void InitOldAttributeConstants();
 // Position and width of field f (ACF_*) in a constant list.
-void AttConstField(const Array<int32_t>& list, int32_t f, int32_t& iPos, int32_t& iWidth);
+VNDATA_API void AttConstField(const Array<int32_t>& list, int32_t f, int32_t& iPos,
+                              int32_t& iWidth);
 
 // ---- Source data slots (the description array vAttributes) -------------------
 constexpr int32_t kNumSourceSlots = 66;
@@ -157,14 +159,14 @@ enum SourceSlot : int32_t {
 };
 // Sizes vAttributes to 1..66 and gives every slot its initial value (slots
 // with no initial value are left empty).
-void InitSourceData(Array<Variant>& vAttributes);
+VNDATA_API void InitSourceData(Array<Variant>& vAttributes);
 
 // ---- Data-set attribute ids of GetDataSetAttribute ---------------------------
 // The answer for an id with no row, and for any id outside 1..57.
 inline constexpr std::string_view kUnknownAttribute = "Unknown";
 constexpr int32_t kMaxDataSetAttribute = 57;
 // Whether iType has a row in the data-set attribute table.
-bool IsKnownDataSetAttribute(int32_t iType);
+VNDATA_API bool IsKnownDataSetAttribute(int32_t iType);
 
 // ---- Scalars -----------------------------------------------------------------
 constexpr double kDefaultNullValue = -999.0;
@@ -199,10 +201,10 @@ enum class WordGroup : int32_t {
 };
 constexpr int32_t kNumWordGroups = 16;
 // The words of a group, in the module's order.
-const Array<std::string>& Words(WordGroup group);
+VNDATA_API const Array<std::string>& Words(WordGroup group);
 // The group's name as a heading ("Attribute keywords", ...).
-std::string WordGroupName(WordGroup group);
+VNDATA_API std::string WordGroupName(WordGroup group);
 // Whether zWord is one of the group's words, exactly.
-bool IsWord(WordGroup group, std::string_view zWord);
+VNDATA_API bool IsWord(WordGroup group, std::string_view zWord);
 
 }  // namespace vndata

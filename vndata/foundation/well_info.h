@@ -6,12 +6,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <type_traits>
+#include "vndata/platform/api.h"
 
 namespace vndata {
 
 constexpr int32_t kWellNameWidth = 40;
 
-struct WELLINFO {
+struct VNDATA_API WELLINFO {
   int32_t iWell = 0;                    // the well's own index, from 1
   uint8_t zWellName[kWellNameWidth];    // blank-padded single-byte text
   uint8_t zGridName[kWellNameWidth];    // blank-padded single-byte text

@@ -7,11 +7,12 @@
 #include <cstring>
 #include <type_traits>
 
+#include "vndata/platform/api.h"
 #include "vndata/platform/arrays.h"
 
 namespace vndata {
 
-class ArrayTools {
+class VNDATA_API ArrayTools {
  public:
   // Dimensions a(1..n) and fills it with value.
   template <class T>

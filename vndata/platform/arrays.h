@@ -17,6 +17,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "vndata/platform/api.h"
 #include "vndata/platform/runtime_fault.h"
 
 namespace vndata {
@@ -36,8 +37,8 @@ inline std::size_t Extent(int32_t lo, int32_t hi) {
 // whole at once rather than page by page on first touch.
 constexpr std::size_t kLargeBlockBytes = std::size_t{128} << 10;
 // A zeroed block of at least `bytes`; throws std::bad_alloc when refused.
-void* AllocateLargeBlock(std::size_t bytes);
-void FreeLargeBlock(void* p, std::size_t bytes) noexcept;
+VNDATA_API void* AllocateLargeBlock(std::size_t bytes);
+VNDATA_API void FreeLargeBlock(void* p, std::size_t bytes) noexcept;
 
 template <class T>
 struct BlockDeleter {

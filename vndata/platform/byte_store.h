@@ -14,11 +14,12 @@
 #include <unordered_map>
 #include <vector>
 
+#include "vndata/platform/api.h"
 #include "vndata/platform/arrays.h"
 
 namespace vndata {
 
-class ByteStore {
+class VNDATA_API ByteStore {
  public:
   // Prepares an empty pool for about nCells texts of iWidth bytes.
   void Reserve(int32_t nCells, int32_t iWidth);

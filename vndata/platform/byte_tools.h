@@ -4,11 +4,12 @@
 #include <cstdint>
 #include <string>
 
+#include "vndata/platform/api.h"
 #include "vndata/platform/arrays.h"
 
 namespace vndata {
 
-class ByteTools {
+class VNDATA_API ByteTools {
  public:
   // Writes zText into iWidth bytes at dst, cut to the width and padded with
   // bPad.

@@ -5,10 +5,11 @@
 #pragma once
 
 #include <cstdint>
+#include "vndata/platform/api.h"
 
 namespace vndata {
 
-class Date {
+class VNDATA_API Date {
  public:
   constexpr Date() = default;
   constexpr explicit Date(double days) : days_(days) {}

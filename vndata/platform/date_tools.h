@@ -4,11 +4,12 @@
 #include <cstdint>
 #include <string>
 
+#include "vndata/platform/api.h"
 #include "vndata/platform/date.h"
 
 namespace vndata {
 
-class DateTools {
+class VNDATA_API DateTools {
  public:
   // Splits zDate into day, month and year under zFormat (the positions of
   // "dd", "mm" and "yyyy" in it, e.g. "dd/mm/yyyy"). Fields may be separated

@@ -18,11 +18,12 @@
 // infinity.
 #pragma once
 
+#include "vndata/platform/api.h"
 #include "vndata/platform/arrays.h"
 
 namespace vndata {
 
-class Differentiator {
+class VNDATA_API Differentiator {
  public:
   void DifferentiateMode0(const Array<double>& x, const Array<double>& y, Array<double>& dydx,
                           bool& qOK) const;

@@ -6,17 +6,18 @@
 
 #include <string>
 #include <string_view>
+#include "vndata/platform/api.h"
 
 namespace vndata {
 
 // The folder part, without its last separator ("" when there is none).
-std::string FileFolder(std::string_view zFileName);
+VNDATA_API std::string FileFolder(std::string_view zFileName);
 // The name after the last separator, extension included.
-std::string FileNameOnly(std::string_view zFileName);
+VNDATA_API std::string FileNameOnly(std::string_view zFileName);
 // The name after the last separator without its extension: "CASE" for
 // "C:\runs\CASE.UNSMRY". A leading dot starts no extension (".hidden").
-std::string FileBaseName(std::string_view zFileName);
+VNDATA_API std::string FileBaseName(std::string_view zFileName);
 // The extension without its dot ("" when there is none).
-std::string FileExtension(std::string_view zFileName);
+VNDATA_API std::string FileExtension(std::string_view zFileName);
 
 }  // namespace vndata

@@ -8,11 +8,12 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include "vndata/platform/api.h"
 
 namespace vndata {
 
-std::string FileTypeText(int32_t iFileType);
+VNDATA_API std::string FileTypeText(int32_t iFileType);
 // Names a file type for this thread's table (an empty text removes it).
-void SetFileTypeText(int32_t iFileType, std::string_view zText);
+VNDATA_API void SetFileTypeText(int32_t iFileType, std::string_view zText);
 
 }  // namespace vndata

@@ -12,11 +12,12 @@
 #include <memory>
 #include <string>
 
+#include "vndata/platform/api.h"
 #include "vndata/platform/arrays.h"
 
 namespace vndata {
 
-class HostServices {
+class VNDATA_API HostServices {
  public:
   virtual ~HostServices() = default;
 
@@ -34,12 +35,12 @@ class HostServices {
 };
 
 // Installs the host services for this thread; nullptr restores the defaults.
-void SetHostServices(std::shared_ptr<HostServices> host);
+VNDATA_API void SetHostServices(std::shared_ptr<HostServices> host);
 // The services in force for this thread (never null).
-HostServices& GetHostServices();
+VNDATA_API HostServices& GetHostServices();
 
 // The host's progress-bar container. The library only reports to it.
-class ProgressContainer {
+class VNDATA_API ProgressContainer {
  public:
   virtual ~ProgressContainer() = default;
   // One step of a long read or write loop.

@@ -8,10 +8,11 @@
 #include <functional>
 #include <string>
 #include <vector>
+#include "vndata/platform/api.h"
 
 namespace vndata {
 
-class MessageLog {
+class VNDATA_API MessageLog {
  public:
   using Callback = std::function<void(const std::string& zText, bool qFlag)>;
 

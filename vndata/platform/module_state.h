@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "vndata/platform/api.h"
 #include "vndata/platform/arrays.h"
 #include "vndata/platform/host_services.h"
 
@@ -15,7 +16,7 @@ class StringTools;
 class ByteTools;
 class DateTools;
 
-struct ModuleState {
+struct VNDATA_API ModuleState {
   // Set by the host (directly or from inside a yield) to stop a long load.
   bool CancelLoad = false;
   // The progress container given to a store, and whether one was ever given.
@@ -28,22 +29,22 @@ struct ModuleState {
 };
 
 // The state of the calling thread.
-ModuleState& Module();
+VNDATA_API ModuleState& Module();
 
 // Sets the progress container with the flag rule above.
-void SetProgressContainer(std::shared_ptr<ProgressContainer> container);
+VNDATA_API void SetProgressContainer(std::shared_ptr<ProgressContainer> container);
 
 // Yields to the host's message loop; returns the CancelLoad flag afterwards.
-bool YieldToHost();
+VNDATA_API bool YieldToHost();
 
 // The shared tool objects, created on first use for this thread.
-ArrayTools& SharedArrayTools();
-StringTools& SharedStringTools();
-ByteTools& SharedByteTools();
-DateTools& SharedDateTools();
+VNDATA_API ArrayTools& SharedArrayTools();
+VNDATA_API StringTools& SharedStringTools();
+VNDATA_API ByteTools& SharedByteTools();
+VNDATA_API DateTools& SharedDateTools();
 // Releases the shared tools; the next use creates them again.
-void ReleaseSharedTools();
+VNDATA_API void ReleaseSharedTools();
 // Whether the shared tools are alive (for the shut-down checks).
-bool SharedToolsAlive();
+VNDATA_API bool SharedToolsAlive();
 
 }  // namespace vndata

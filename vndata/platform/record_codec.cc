@@ -1,9 +1,11 @@
 // RecordCodec: headers and single values.
 #include "vndata/platform/record_codec.h"
+#include "vndata/platform/internal/record_bytes.h"
+#include "vndata/platform/internal/run_guarded.h"
 
 #include <algorithm>
 
-#include "vndata/platform/record_payload.h"
+#include "vndata/platform/internal/record_payload.h"
 #include "vndata/platform/runtime_fault.h"
 
 namespace vndata {

@@ -3,8 +3,9 @@
 #include <initializer_list>
 #include <vector>
 
+#include "vndata/platform/internal/record_payload.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/record_codec.h"
-#include "vndata/platform/record_payload.h"
 #include "vndata/platform/runtime_fault.h"
 
 namespace vndata {

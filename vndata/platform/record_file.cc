@@ -1,4 +1,6 @@
 #include "vndata/platform/record_file.h"
+#include "vndata/platform/internal/record_bytes.h"
+#include "vndata/platform/internal/run_guarded.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

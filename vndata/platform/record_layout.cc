@@ -1,4 +1,5 @@
 #include "vndata/platform/record_layout.h"
+#include "vndata/platform/internal/record_bytes.h"
 
 #if defined(__x86_64__)
 #include <immintrin.h>

@@ -1,4 +1,5 @@
-#include "vndata/platform/record_payload.h"
+#include "vndata/platform/internal/record_payload.h"
+#include "vndata/platform/internal/record_bytes.h"
 
 #include <algorithm>
 

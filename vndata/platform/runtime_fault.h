@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include "vndata/platform/api.h"
 
 namespace vndata {
 
@@ -32,9 +33,9 @@ enum FaultNumber : int32_t {
 
 // The platform's text for a fault number ("Application-defined or
 // object-defined error" for numbers it does not name).
-std::string FaultDescription(int32_t number);
+VNDATA_API std::string FaultDescription(int32_t number);
 
-class RuntimeFault : public std::exception {
+class VNDATA_API RuntimeFault : public std::exception {
  public:
   explicit RuntimeFault(int32_t number);
   RuntimeFault(int32_t number, std::string description);
@@ -49,11 +50,11 @@ class RuntimeFault : public std::exception {
 };
 
 // Throws RuntimeFault(number). Kept out of line so hot callers stay small.
-[[noreturn]] void RaiseFault(int32_t number);
+[[noreturn]] VNDATA_API void RaiseFault(int32_t number);
 
 // The fixed pieces of a trace line. Modules word their lines differently
 // (hosts parse them), so each module names the wording it has always used.
-struct TraceWording {
+struct VNDATA_API TraceWording {
   const char* zPrefix;        // before the fault's text
   const char* zNumberPrefix;  // between the text and the number
   const char* zTagOpen;       // between the number and the tag
@@ -67,47 +68,18 @@ inline constexpr TraceWording kSpacedWording = {"Error: ", " (No. ", ") In [", "
 // The trace line for a fault caught in the procedure named by zTag. Each
 // module passes its tag exactly as its callers expect it (the spacing
 // differs between modules).
-std::string ErrorTraceLine(std::string_view zTag, const RuntimeFault& fault,
-                           const TraceWording& wording = kCompactWording);
+VNDATA_API std::string ErrorTraceLine(std::string_view zTag, const RuntimeFault& fault,
+                                      const TraceWording& wording = kCompactWording);
 
 // Writes the trace line to the thread's MessageLog with a true flag.
-void LogFault(std::string_view zTag, const RuntimeFault& fault,
-              const TraceWording& wording = kCompactWording);
-
-// Runs body; a fault inside it (RuntimeFault, std::bad_alloc as fault 7, any
-// other standard exception as fault 5) is logged under zTag. Returns true
-// when the body completed. The tag is a view so that the guard of a hot
-// operation costs no string construction when nothing goes wrong.
-template <class Body>
-bool RunGuarded(std::string_view zTag, Body&& body) noexcept;
-template <class Body>
-bool RunGuarded(std::string_view zTag, const TraceWording& wording, Body&& body) noexcept;
+VNDATA_API void LogFault(std::string_view zTag, const RuntimeFault& fault,
+                         const TraceWording& wording = kCompactWording);
 
 // Tag builders for the two shapes the modules use: "Class  (Proc)" style tags
 // are spelled out by each caller; this joins a module and a procedure with
 // the given separator, e.g. TagOf("mxDataStore (Code)", "Search") gives
 // "mxDataStore (Code) (Search)".
-std::string TagOf(const std::string& zModule, const std::string& zProcedure,
-                  const std::string& zSeparator = " ");
-
-namespace detail {
-void LogCurrentException(std::string_view zTag, const TraceWording& wording) noexcept;
-}  // namespace detail
-
-template <class Body>
-bool RunGuarded(std::string_view zTag, const TraceWording& wording, Body&& body) noexcept {
-  try {
-    body();
-    return true;
-  } catch (...) {
-    detail::LogCurrentException(zTag, wording);
-    return false;
-  }
-}
-
-template <class Body>
-bool RunGuarded(std::string_view zTag, Body&& body) noexcept {
-  return RunGuarded(zTag, kCompactWording, std::forward<Body>(body));
-}
+VNDATA_API std::string TagOf(const std::string& zModule, const std::string& zProcedure,
+                             const std::string& zSeparator = " ");
 
 }  // namespace vndata

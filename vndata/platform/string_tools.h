@@ -5,11 +5,12 @@
 #include <string>
 #include <string_view>
 
+#include "vndata/platform/api.h"
 #include "vndata/platform/arrays.h"
 
 namespace vndata {
 
-class StringTools {
+class VNDATA_API StringTools {
  public:
   // True when the texts are equal; without qCaseSensitive, ASCII letters
   // compare without regard to case.

@@ -12,6 +12,7 @@
 #include <string>
 #include <variant>
 
+#include "vndata/platform/api.h"
 #include "vndata/platform/arrays.h"
 #include "vndata/platform/date.h"
 
@@ -40,7 +41,7 @@ enum class VarType : int32_t {
 
 struct NullValue {};
 
-class Variant {
+class VNDATA_API Variant {
  public:
   using VariantArray = Array<Variant>;
 
@@ -98,20 +99,21 @@ class Variant {
 };
 
 // The platform's default text of numbers and Booleans.
-std::string SingleText(float v);   // at most 7 significant digits: "0.1", "1E+07", "1.5E-05"
-std::string DoubleText(double v);  // at most 15 significant digits
-std::string BoolText(bool v);      // "True" / "False"
+VNDATA_API std::string SingleText(
+    float v);  // at most 7 significant digits: "0.1", "1E+07", "1.5E-05"
+VNDATA_API std::string DoubleText(double v);  // at most 15 significant digits
+VNDATA_API std::string BoolText(bool v);      // "True" / "False"
 // A date in the library's date format with the time of day behind it when
 // there is one: "23/11/2026", "23/11/2026 06:00:00"; day 0 gives the time
 // alone ("12:00:00").
-std::string DateText(Date v);
+VNDATA_API std::string DateText(Date v);
 
 // Reads a text as a number the way the platform does (leading and trailing
 // blanks allowed); false when it is not a number.
-bool ParseNumber(const std::string& zText, double& dValue);
+VNDATA_API bool ParseNumber(const std::string& zText, double& dValue);
 
 // Rounds half to even and range-checks (fault 6) into the integer types.
-int16_t RoundToInteger(double v);
-int32_t RoundToLong(double v);
+VNDATA_API int16_t RoundToInteger(double v);
+VNDATA_API int32_t RoundToLong(double v);
 
 }  // namespace vndata

@@ -1,4 +1,4 @@
-#include "vndata/store/marker_lookup.h"
+#include "vndata/store/internal/marker_lookup.h"
 
 #include "vndata/platform/string_tools.h"
 

@@ -20,19 +20,20 @@
 #include <vector>
 
 #include "vndata/dataset/mx_data_set.h"
+#include "vndata/foundation/mx_notify_data.h"
+#include "vndata/platform/api.h"
 #include "vndata/platform/arrays.h"
 #include "vndata/platform/date.h"
 #include "vndata/platform/host_services.h"
 #include "vndata/platform/runtime_fault.h"
 #include "vndata/platform/variant.h"
-#include "vndata/store/mx_notify_data.h"
 
 namespace vndata {
 
 class mxDQStore;
 class mxDerivedQuantity;
 
-class mxDataStore {
+class VNDATA_API mxDataStore {
  public:
   mxDataStore();
   ~mxDataStore();
@@ -85,7 +86,7 @@ class mxDataStore {
   void GetDataNULLVALUE(int32_t iDataSet, int32_t& qUseNull, double& sNullVal);
 
   // ---- Derived quantities --------------------------------------------------------
-  // The store's definitions, held as deep copies (see DQStoreFacade).
+  // The store's definitions, held as deep copies (each member forwards to the mxDQStore under its own guard).
   void DQAdd(const std::shared_ptr<mxDerivedQuantity>& NewDQ);
   void DQUpdate(int32_t Index, const std::shared_ptr<mxDerivedQuantity>& NewDQ);
   void DQDeleteItem(int32_t Index);
@@ -253,7 +254,7 @@ class mxDataStore {
 
   // ==== Per-data-set family ===================================================
   // The data set's operations offered again with the position first, declared
-  // in slot order (vndata/store/store_family.h numbers the slots and marks
+  // in slot order (vndata/store/internal/store_family.h numbers the slots and marks
   // those still waiting for their piece). Each validates the position with
   // ValidDataSet and gives the declared default silently on a bad one: false,
   // 0, the empty text, or outputs left as they were. Reads named DS plus a
@@ -598,23 +599,5 @@ class mxDataStore {
   bool MultiSetSearch_ = false;
   std::vector<int32_t> hitScratch_;
 };
-
-template <class R, class Call>
-R mxDataStore::Forward(std::string_view zTag, int32_t iDataSet, R fallback, Call&& call) {
-  R result = fallback;
-  RunGuarded(zTag, kSpacedWording, [&] {
-    if (!ValidDataSet(iDataSet)) return;
-    result = call(At(iDataSet));
-  });
-  return result;
-}
-
-template <class Call>
-void mxDataStore::ForwardVoid(std::string_view zTag, int32_t iDataSet, Call&& call) {
-  RunGuarded(zTag, kSpacedWording, [&] {
-    if (!ValidDataSet(iDataSet)) return;
-    call(At(iDataSet));
-  });
-}
 
 }  // namespace vndata

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "vndata/foundation/vocabulary.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/string_tools.h"
 #include "vndata/store/mx_data_store.h"
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "vndata/foundation/vocabulary.h"
+#include "vndata/store/internal/store_forward.h"
 #include "vndata/store/mx_data_store.h"
 
 namespace vndata {

@@ -2,6 +2,7 @@
 // accumulation and text-read settings, read and written by position.
 #include <string>
 
+#include "vndata/store/internal/store_forward.h"
 #include "vndata/store/mx_data_store.h"
 
 namespace vndata {

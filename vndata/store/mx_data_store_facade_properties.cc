@@ -1,5 +1,6 @@
 // The store's per-data-set family: the data set's properties indexed by
 // position. A bad position reads as false, 0 or "" and writes nothing.
+#include "vndata/store/internal/store_forward.h"
 #include "vndata/store/mx_data_store.h"
 
 namespace vndata {

@@ -3,6 +3,8 @@
 #include <string>
 
 #include "vndata/foundation/vocabulary.h"
+#include "vndata/platform/internal/run_guarded.h"
+#include "vndata/store/internal/store_forward.h"
 #include "vndata/store/mx_data_store.h"
 
 namespace vndata {

@@ -5,6 +5,8 @@
 #include "vndata/foundation/vocabulary.h"
 #include "vndata/platform/file_names.h"
 #include "vndata/platform/host_services.h"
+#include "vndata/platform/internal/run_guarded.h"
+#include "vndata/store/internal/store_forward.h"
 #include "vndata/store/mx_data_store.h"
 
 namespace vndata {

@@ -3,8 +3,10 @@
 #include <string_view>
 
 #include "vndata/foundation/vocabulary.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/string_tools.h"
 #include "vndata/platform/variant.h"
+#include "vndata/store/internal/store_forward.h"
 #include "vndata/store/mx_data_store.h"
 
 namespace vndata {

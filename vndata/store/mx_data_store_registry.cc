@@ -1,7 +1,9 @@
 // The registry: how a data set enters the store and is handed back.
 #include "vndata/derived/mx_dq_store.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/module_state.h"
 #include "vndata/platform/string_tools.h"
+#include "vndata/store/internal/store_forward.h"
 #include "vndata/store/mx_data_store.h"
 
 namespace vndata {

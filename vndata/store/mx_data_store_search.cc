@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "vndata/foundation/vocabulary.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/string_tools.h"
 #include "vndata/store/mx_data_store.h"
 

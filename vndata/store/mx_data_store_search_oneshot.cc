@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <array>
 
-#include "vndata/platform/array_tools.h"
 #include "vndata/foundation/vocabulary.h"
+#include "vndata/platform/array_tools.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/string_tools.h"
+#include "vndata/store/internal/store_forward.h"
 #include "vndata/store/mx_data_store.h"
 
 namespace vndata {

@@ -1,7 +1,9 @@
 // The store's settings: null values pushed down to data sets, tree keys,
 // the library-wide load state, and the event handlers handed to data sets.
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/module_state.h"
 #include "vndata/platform/string_tools.h"
+#include "vndata/store/internal/store_forward.h"
 #include "vndata/store/mx_data_store.h"
 
 namespace vndata {

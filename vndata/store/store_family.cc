@@ -1,5 +1,5 @@
 // The family table of the store's per-data-set members.
-#include "vndata/store/store_family.h"
+#include "vndata/store/internal/store_family.h"
 
 namespace vndata {
 

@@ -1,4 +1,5 @@
 #include "vndata/support/mx_small_sim.h"
+#include "vndata/platform/internal/run_guarded.h"
 
 #include <array>
 #include <string_view>
@@ -12,7 +13,6 @@ namespace vndata {
 
 namespace {
 
-std::string Tag(const char* zProcedure) { return TagOf("mxSmallSim (Code)", zProcedure); }
 
 // ---- Eclipse record types ------------------------------------------------
 
@@ -203,7 +203,7 @@ void ShiftGrid(std::vector<float>& g, int32_t NX, int32_t NY, int32_t NZ, int32_
 void mxSmallSim::EclipseArrayType(const std::string& zName, std::string& zType, bool& qOK) const {
   zType = "REAL";
   qOK = true;
-  RunGuarded(Tag("EclipseArrayType"), [&] {
+  RunGuarded("mxSmallSim (Code) (EclipseArrayType)", [&] {
     const auto& table = EclipseTypeTable();
     auto it = table.find(zName);
     zType = it != table.end() ? it->second : TypeByLength(zName);
@@ -214,7 +214,7 @@ void mxSmallSim::EclipseArrayType(const std::string& zName, std::string& zType, 
 void mxSmallSim::VIPDualPorosityNames(const std::string& zName, std::string& zMatrix,
                                       std::string& zFracture, bool& qOK) const {
   qOK = false;
-  RunGuarded(Tag("VIPDualPorosityNames"), [&] {
+  RunGuarded("mxSmallSim (Code) (VIPDualPorosityNames)", [&] {
     for (const DualFamily& f : kDualFamilies) {
       if ((f.base[0] != '\0' && zName == f.base) || zName == f.matrix || zName == f.fracture) {
         zMatrix = f.matrix;
@@ -239,7 +239,7 @@ void mxSmallSim::VIP2EclipseName(const std::string& zName, std::string& zEclipse
   qOK = false;
   qTrans = false;
   zType = "REAL";
-  RunGuarded(Tag("VIP2EclipseName"), [&] {
+  RunGuarded("mxSmallSim (Code) (VIP2EclipseName)", [&] {
     const NameTable& table = VipNameTable();
     auto it = table.find(zName);
     if (it != table.end()) {
@@ -259,7 +259,7 @@ void mxSmallSim::VIP2EclipseName(const std::string& zName, std::string& zEclipse
 void mxSmallSim::AdjustTransArray(int32_t NX, int32_t NY, int32_t NZ, int32_t nValues,
                                   const std::string& zName, Array<float>& sValues,
                                   const Array<int32_t>& IA2N) const {
-  RunGuarded(Tag("AdjustTransArray"), [&] {
+  RunGuarded("mxSmallSim (Code) (AdjustTransArray)", [&] {
     int32_t iAxis = TransAxis(zName);
     if (iAxis == 0 || NX < 1 || NY < 1 || NZ < 1 || nValues < 1) return;
     int64_t nCells = static_cast<int64_t>(NX) * NY * NZ;

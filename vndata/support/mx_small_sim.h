@@ -10,11 +10,12 @@
 #include <cstdint>
 #include <string>
 
+#include "vndata/platform/api.h"
 #include "vndata/platform/arrays.h"
 
 namespace vndata {
 
-class mxSmallSim {
+class VNDATA_API mxSmallSim {
  public:
   // "INTE", "DOUB", "REAL" or "CHAR" for an Eclipse array: by the exact name
   // first, then by rules on the name's length and first letters. qOK true.

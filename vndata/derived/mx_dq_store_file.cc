@@ -12,6 +12,7 @@
 
 #include "vndata/derived/mx_dq_store.h"
 #include "vndata/persist/record_stream.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/module_state.h"
 #include "vndata/platform/runtime_fault.h"
 #include "vndata/platform/variant.h"
@@ -20,7 +21,6 @@ namespace vndata {
 
 namespace {
 
-std::string Tag(const char* zProcedure) { return TagOf("mxDQStore (Code)", zProcedure); }
 
 // ---- writing -----------------------------------------------------------------
 
@@ -206,7 +206,7 @@ void ArgumentFields(RecordStreamReader& r, DQReadState& st) {
 }  // namespace
 
 void mxDQStore::WriteDQ(RecordFile& file) {
-  RunGuarded(Tag("WriteDQ"), [&] {
+  RunGuarded("mxDQStore (Code) (WriteDQ)", [&] {
     DQWriter w(DQIO_, file);
     w.TagRecord("DQSTORE>");
     for (int32_t i = 1; i <= Count(); ++i) {
@@ -221,7 +221,7 @@ void mxDQStore::WriteDQ(RecordFile& file) {
 
 void mxDQStore::ReadDQ(RecordFile& file, bool& qOK) {
   qOK = false;
-  bool qDone = RunGuarded(Tag("ReadDQ"), [&] {
+  bool qDone = RunGuarded("mxDQStore (Code) (ReadDQ)", [&] {
     DQReadState st;
     RecordStreamReader r("<DQSTORE");
     r.SetYieldAfterEachRecord(true);

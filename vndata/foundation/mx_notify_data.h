@@ -10,10 +10,11 @@
 #include <memory>
 #include <string>
 #include <vector>
+#include "vndata/platform/api.h"
 
 namespace vndata {
 
-class mxNotifyDataListener {
+class VNDATA_API mxNotifyDataListener {
  public:
   virtual ~mxNotifyDataListener() = default;
   // A text message for the host.
@@ -26,7 +27,7 @@ class mxNotifyDataListener {
   virtual void FODDataUnloaded(std::string& /*zTreeViewKey*/, int32_t& /*iColumn*/) {}
 };
 
-class mxNotifyData {
+class VNDATA_API mxNotifyData {
  public:
   void Subscribe(std::shared_ptr<mxNotifyDataListener> listener);
   void Unsubscribe(const std::shared_ptr<mxNotifyDataListener>& listener);

@@ -1,4 +1,4 @@
-#include "vndata/store/mx_notify_data.h"
+#include "vndata/foundation/mx_notify_data.h"
 
 #include <algorithm>
 
