@@ -22,7 +22,7 @@ constexpr std::size_t kAppendCarveLimit = std::size_t{2} << 20;
 }  // namespace
 
 mxDataSet::AppendChunk::~AppendChunk() {
-  if (base != nullptr) detail::FreeLargeBlock(base, bytes);
+  if (base != nullptr) array_storage::FreeLargeBlock(base, bytes);
 }
 
 void mxDataSet::MakeAppendedBuffer(DATABUFFER& buf, int32_t nRows, int32_t nColumns, int32_t nCapacity) {
@@ -34,7 +34,7 @@ void mxDataSet::MakeAppendedBuffer(DATABUFFER& buf, int32_t nRows, int32_t nColu
   const std::size_t need = (bytes + 63) / 64 * 64;
   if (!rows_.appendChunk || rows_.appendChunk->bytes - rows_.appendChunk->used < need) {
     auto chunk = std::make_shared<AppendChunk>();
-    chunk->base = static_cast<uint8_t*>(detail::AllocateLargeBlock(kAppendChunkBytes));
+    chunk->base = static_cast<uint8_t*>(array_storage::AllocateLargeBlock(kAppendChunkBytes));
     chunk->bytes = kAppendChunkBytes;
     rows_.appendChunk = std::move(chunk);
   }

@@ -9,7 +9,7 @@
 #include <unistd.h>
 #endif
 
-namespace vndata::detail {
+namespace vndata::array_storage {
 
 namespace {
 #if defined(__linux__)
@@ -64,4 +64,4 @@ void FreeLargeBlock(void* p, std::size_t bytes) noexcept {
 #endif
 }
 
-}  // namespace vndata::detail
+}  // namespace vndata::array_storage

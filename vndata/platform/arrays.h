@@ -22,7 +22,9 @@
 
 namespace vndata {
 
-namespace detail {
+// The storage behind Array and Array2. Host code instantiates the templates,
+// so what they call is part of the exported surface.
+namespace array_storage {
 // Number of elements between lo and hi inclusive; fault 9 when hi < lo, as the
 // platform refuses an empty dimension.
 inline std::size_t Extent(int32_t lo, int32_t hi) {
@@ -70,7 +72,7 @@ BlockPtr<T> NewBlock(std::size_t n) {
   }
   return BlockPtr<T>(new T[n](), BlockDeleter<T>{});
 }
-}  // namespace detail
+}  // namespace array_storage
 
 template <class T>
 class Array {
@@ -101,8 +103,8 @@ class Array {
 
   // Dimensions anew; every element takes its default value.
   void ReDim(int32_t lo, int32_t hi) {
-    std::size_t n = detail::Extent(lo, hi);
-    p_ = detail::NewBlock<T>(n);
+    std::size_t n = array_storage::Extent(lo, hi);
+    p_ = array_storage::NewBlock<T>(n);
     n_ = n;
     lo_ = lo;
     allocated_ = true;
@@ -111,8 +113,8 @@ class Array {
   // unallocated array becomes lower bound 1.
   void ReDimPreserve(int32_t hi) {
     int32_t lo = allocated_ ? lo_ : 1;
-    std::size_t n = detail::Extent(lo, hi);
-    detail::BlockPtr<T> q = detail::NewBlock<T>(n);
+    std::size_t n = array_storage::Extent(lo, hi);
+    array_storage::BlockPtr<T> q = array_storage::NewBlock<T>(n);
     std::size_t keep = std::min(n, n_);
     for (std::size_t i = 0; i < keep; ++i) q[i] = std::move(p_[i]);
     p_ = std::move(q);
@@ -173,12 +175,12 @@ class Array {
     lo_ = o.lo_;
     n_ = o.n_;
     if (allocated_) {
-      p_ = detail::NewBlock<T>(n_);
+      p_ = array_storage::NewBlock<T>(n_);
       std::copy(o.p_.get(), o.p_.get() + n_, p_.get());
     }
   }
 
-  detail::BlockPtr<T> p_;
+  array_storage::BlockPtr<T> p_;
   std::size_t n_ = 0;
   int32_t lo_ = 1;
   bool allocated_ = false;
@@ -207,9 +209,9 @@ class Array2 {
   }
 
   void ReDim(int32_t lo1, int32_t hi1, int32_t lo2, int32_t hi2) {
-    std::size_t n1 = detail::Extent(lo1, hi1);
-    std::size_t n2 = detail::Extent(lo2, hi2);
-    p_ = detail::NewBlock<T>(n1 * n2);
+    std::size_t n1 = array_storage::Extent(lo1, hi1);
+    std::size_t n2 = array_storage::Extent(lo2, hi2);
+    p_ = array_storage::NewBlock<T>(n1 * n2);
     n1_ = n1;
     n2_ = n2;
     lo1_ = lo1;
@@ -221,9 +223,9 @@ class Array2 {
   // stays valid while `owner` is held; the array keeps a reference to it.
   void ReDimOn(T* values, std::shared_ptr<void> owner, int32_t lo1, int32_t hi1, int32_t lo2,
                int32_t hi2) {
-    std::size_t n1 = detail::Extent(lo1, hi1);
-    std::size_t n2 = detail::Extent(lo2, hi2);
-    p_ = detail::BlockPtr<T>(values, detail::BlockDeleter<T>{0, std::move(owner)});
+    std::size_t n1 = array_storage::Extent(lo1, hi1);
+    std::size_t n2 = array_storage::Extent(lo2, hi2);
+    p_ = array_storage::BlockPtr<T>(values, array_storage::BlockDeleter<T>{0, std::move(owner)});
     n1_ = n1;
     n2_ = n2;
     lo1_ = lo1;
@@ -235,9 +237,9 @@ class Array2 {
   void ReDimPreserve(int32_t hi1, int32_t hi2) {
     int32_t lo1 = allocated_ ? lo1_ : 1;
     int32_t lo2 = allocated_ ? lo2_ : 1;
-    std::size_t n1 = detail::Extent(lo1, hi1);
-    std::size_t n2 = detail::Extent(lo2, hi2);
-    detail::BlockPtr<T> q = detail::NewBlock<T>(n1 * n2);
+    std::size_t n1 = array_storage::Extent(lo1, hi1);
+    std::size_t n2 = array_storage::Extent(lo2, hi2);
+    array_storage::BlockPtr<T> q = array_storage::NewBlock<T>(n1 * n2);
     std::size_t k1 = std::min(n1, n1_), k2 = std::min(n2, n2_);
     for (std::size_t j = 0; j < k2; ++j)
       for (std::size_t i = 0; i < k1; ++i) q[j * n1 + i] = std::move(p_[j * n1_ + i]);
@@ -316,12 +318,12 @@ class Array2 {
     n1_ = o.n1_;
     n2_ = o.n2_;
     if (allocated_) {
-      p_ = detail::NewBlock<T>(n1_ * n2_);
+      p_ = array_storage::NewBlock<T>(n1_ * n2_);
       std::copy(o.p_.get(), o.p_.get() + n1_ * n2_, p_.get());
     }
   }
 
-  detail::BlockPtr<T> p_;
+  array_storage::BlockPtr<T> p_;
   std::size_t n1_ = 0, n2_ = 0;
   int32_t lo1_ = 1, lo2_ = 1;
   bool allocated_ = false;
