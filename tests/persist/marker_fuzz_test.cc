@@ -178,5 +178,74 @@ TEST(MarkerFuzzTest, MutatedArraysAreReadSafelyAndDeterministically) {
   EXPECT_GT(nRefused, 1000);
 }
 
+// Raw records let from arbitrary bytes, with counts that need not agree with
+// them: every writer and query must stay inside the records, and an array
+// written out must describe exactly what it holds.
+TEST(MarkerFuzzTest, RecordsLetFromArbitraryBytesAreWalkedSafely) {
+  MessageLog::Shared().Clear();
+  Mutator mutator(kSeed + 1);
+  std::mt19937 rng(kSeed + 2);
+  for (int t = 0; t < 2000; ++t) {
+    SCOPED_TRACE("records " + std::to_string(t));
+    const int32_t nWellRecords = mutator.Below(6), nMarkerRecords = mutator.Below(12);
+    // Words that tend to be small record numbers and counts.
+    auto word = [&] { return mutator.Below(3) == 0 ? mutator.Interesting(nMarkerRecords) : mutator.Below(8) - 1; };
+    HandBytes w, m;
+    for (int32_t r = 0; r < nWellRecords; ++r) {
+      w.Word(word());
+      w.Text(std::string(1, static_cast<char>('A' + mutator.Below(3))), 40).Text("G", 40);
+      w.Word(word()).Word(word());
+    }
+    for (int32_t r = 0; r < nMarkerRecords; ++r) {
+      m.Words({word(), word(), word(), word(), word(), word(), word()});
+      m.Raw({1, 2, 3, 4, 5, 6, 7, 8});
+    }
+    MarkerSet s;
+    LetWELLINFO(s, w.ToArray());
+    LetMARKERINFO(s, m.ToArray());
+    s.NumWells = mutator.Below(nWellRecords + 3);
+    s.NumMarkers = mutator.Below(nMarkerRecords + 3);
+    s.nWellsAllocated = mutator.Below(20);
+
+    (void)GetWELLINFO(s);
+    (void)GetMARKERINFO(s);
+    (void)getMaxMarkerCount(s);
+    Array<std::string> zNames;
+    int32_t nNames = 0;
+    getWellNamesfromMarkers(s, zNames, nNames);
+    ASSERT_LE(nNames, nWellRecords);
+    int32_t iFound = 0, iStatus = 0;
+    std::string zName, zStyle, zStatus;
+    EXPECT_TRUE(GetMarkerFromIJK(s, word(), word(), word(), iFound, zName, zStyle, iStatus, zStatus));
+    int32_t n = 0;
+    Array2<Variant> v;
+    bool qOK = false;
+    GetTypeMarkers(s, n, v, qOK);
+    ASSERT_TRUE(qOK);
+    ASSERT_LE(n, s.NumMarkers > 0 ? s.NumMarkers : 0);
+
+    const SectorBox box{word(), word(), word(), word(), word(), word()};
+    const bool qBox = rng() % 2 == 0;
+    Array<uint8_t> out;
+    n = -1;
+    GetMarkersByte(s, qBox ? &box : nullptr, n, out, qOK);
+    if (qOK && out.IsAllocated()) {
+      ASSERT_GE(n, 0);
+      ASSERT_EQ(out.UBound(), 88 + 64 * n);
+      MarkerSet back;
+      SetMarkersUDTFromBMarkers(back, n, out, qOK);
+      ASSERT_TRUE(qOK);
+      ASSERT_EQ(back.NumMarkers, n);
+    }
+    MoveAllMarkersToTopLayer(s);
+    for (int32_t r = 1; r <= std::min<int32_t>(s.NumMarkers, nMarkerRecords); ++r) ASSERT_EQ(s.Markers(r).k, 1);
+    if (HasFatalFailure()) return;
+    // Only a shift beyond 32 bits may fault, and it is logged.
+    for (const std::string& line : MessageLog::Shared().Lines())
+      ASSERT_NE(line.find("(No.6)"), std::string::npos) << line;
+    MessageLog::Shared().Clear();
+  }
+}
+
 }  // namespace
 }  // namespace vndata

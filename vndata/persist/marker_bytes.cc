@@ -1,4 +1,4 @@
-// Reading and writing the marker byte arrays (layouts in marker_bytes.h).
+// Header words and the readers of the byte forms (layouts in marker_bytes.h).
 #include "vndata/persist/marker_bytes.h"
 
 #include <algorithm>

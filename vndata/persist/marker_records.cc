@@ -243,7 +243,7 @@ void GetMarkersByte(const MarkerSet& set, const SectorBox* pBox, int32_t& nMarke
 int32_t getMaxMarkerCount(const MarkerSet& set) {
   int32_t nMax = 0;
   for (int32_t w = 1; w <= set.NumWells && set.Wells.InBounds(w); ++w)
-    nMax = std::max(nMax, set.Wells(w).nWellMarkers - 1);
+    nMax = static_cast<int32_t>(std::max<int64_t>(nMax, int64_t{set.Wells(w).nWellMarkers} - 1));
   return nMax;
 }
 
