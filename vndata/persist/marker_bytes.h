@@ -218,7 +218,7 @@ void SetMarkersUDTFromByte32Ex(MarkerSet& set, int32_t nMarker, const Array<uint
                                bool& qOK);
 // The older form.
 void SetMarkersUDTFromByte(MarkerSet& set, int32_t nMarker, const Array<uint8_t>& bMarker, bool& qOK);
-// From vMarkers (fields 1..13 of markers 1..n at least). n below 1 answers
+// From vMarkers (fields 3 to 13 of markers 1..n at least). n below 1 answers
 // false and sets NumWells to 0, nothing else. A table too small for n
 // markers is fault 9, logged.
 void SetMarkersUDTFromVMarkers(MarkerSet& set, int32_t n, const Array2<Variant>& vMarkers, bool& qOK);
