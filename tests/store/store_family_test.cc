@@ -527,6 +527,54 @@ const std::map<std::string, Walk>& PresentMembers() {
          EXPECT_EQ(i1, 7);
          EXPECT_EQ(i2, 8);
        }},
+      {"DSGetMarkers", [](mxDataStore& s, int32_t p) {
+         int32_t n = 4;
+         Array<uint8_t> b{9};
+         bool qOK = true;
+         s.DSGetMarkers(p, n, b, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(n, 4);
+         EXPECT_EQ(b(1), 9);
+       }},
+      {"GetMarkers", [](mxDataStore& s, int32_t p) {
+         int32_t n = 4;
+         Array2<Variant> v;
+         bool qOK = true;
+         s.GetMarkers(p, n, v, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(n, 4);
+         EXPECT_FALSE(v.IsAllocated());
+       }},
+      {"GetMarkerName", [](mxDataStore& s, int32_t p) {
+         std::string name = "kept";
+         int32_t w = 3;
+         EXPECT_FALSE(s.GetMarkerName(p, "K", 1, 1, name, w));
+         EXPECT_EQ(name, "kept");
+         EXPECT_EQ(w, 3);
+       }},
+      {"GetMarkerPosition", [](mxDataStore& s, int32_t p) {
+         int32_t u = 1, v = 2, w = 3;
+         EXPECT_FALSE(s.GetMarkerPosition(p, "K", "P1", u, v, w));
+         EXPECT_EQ(u + v + w, 6);
+       }},
+      {"DSGetSectorBox", [](mxDataStore& s, int32_t p) {
+         int32_t a = 1, b = 2, c = 3, d = 4, e = 5, f = 6;
+         s.DSGetSectorBox(p, a, b, c, d, e, f);
+         EXPECT_EQ(a + b + c + d + e + f, 21);
+       }},
+      {"DSSetSectorBox", [](mxDataStore& s, int32_t p) {
+         s.DSSetSectorBox(p, 1, 2, 3, 4, 5, 6);
+         EXPECT_TRUE(MessageLog::Shared().Lines().empty());
+       }},
+      {"WellsPtr", [](mxDataStore& s, int32_t p) { EXPECT_EQ(s.get_WellsPtr(p), 0); }},
+      {"MarkersPtr", [](mxDataStore& s, int32_t p) { EXPECT_EQ(s.get_MarkersPtr(p), 0); }},
+      {"GetMarkerFromIJK", [](mxDataStore& s, int32_t p) {
+         int32_t found = 7, status = 8;
+         std::string well = "w", style = "s", text = "t";
+         EXPECT_FALSE(s.GetMarkerFromIJK(p, 1, 1, 1, found, well, style, status, text));
+         EXPECT_EQ(found, 7);
+         EXPECT_EQ(well + style + text, "wst");
+       }},
       {"GetAllWells", [](mxDataStore& s, int32_t p) {
          Array<std::string> wells{"kept"};
          int32_t n = 5;

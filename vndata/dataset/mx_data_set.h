@@ -242,8 +242,8 @@ class VNDATA_API mxDataSet {
   int32_t get_NumberOfBuffers() const { return rows_.nBuffers; }
   int32_t get_NumCellsUncompressed() const { return grid_.nCellsUncompressed; }
   void SetNumCellsUncompressed(int32_t iNumCells) { grid_.nCellsUncompressed = iNumCells; }
-  int32_t get_NumMarkers() const { return wells_.nMarkers; }
-  int32_t get_NumWells() const { return wells_.nWells; }
+  int32_t get_NumMarkers() const { return wells_.markers.NumMarkers; }
+  int32_t get_NumWells() const { return wells_.markers.NumWells; }
   bool get_Initialised() const { return qInitialised_; }
   bool get_IsDirty() const { return qIsDirty_; }
   void let_IsDirty(bool q) { qIsDirty_ = q; }
@@ -367,8 +367,8 @@ class VNDATA_API mxDataSet {
   void Terminate() { qInitialised_ = false; }
   bool ValidColumn(int32_t iColumn, bool qCheckActive) const;
   bool ValidColumnIndex(int32_t iColumn) const { return iColumn >= 1 && iColumn <= headers_.nCols; }
-  bool ValidWellIndex(int32_t iWell) const { return iWell >= 1 && iWell <= wells_.nWells; }
-  bool IsMarkers() const { return wells_.nMarkers >= 1 && wells_.nWells >= 1; }
+  bool ValidWellIndex(int32_t iWell) const { return iWell >= 1 && iWell <= wells_.markers.NumWells; }
+  bool IsMarkers() const { return wells_.markers.IsMarkers(); }
 
   // ======== Buffers and dimensions ==================================================
   // Column records to nItems afresh; with rows, buffer 1's array too.
@@ -484,7 +484,7 @@ class VNDATA_API mxDataSet {
   void GetClassIndex(Array<CLASSDATA>& ClassData, int32_t& nClasses, Array<int32_t>& ClassMemberList,
                      int32_t& nList) const;
   std::string getMemberName(int32_t n) const;
-  const Array<WELLINFO>& get_Wells() const { return wells_.records; }
+  const Array<WELLINFO>& get_Wells() const { return wells_.markers.Wells; }
   // The kernel object of the columns computed at load time.
   const std::shared_ptr<mxAutomaticDQ>& get_ADQ() const { return xADQ_; }
 
@@ -540,6 +540,40 @@ class VNDATA_API mxDataSet {
   // A diagnostic hook: reads the data set's main properties and does nothing
   // with them.
   void DEBUGPRINT() const;
+
+  // ======== Markers and wells ===========================================================
+  // The well and marker records cross the boundary raw (92 and 36 bytes a
+  // record, host byte order), as a marker byte array ("MK32", "MKEX" or the
+  // older form) or as the variant table vMarkers (1..55, 1..n). Each building
+  // operation replaces both arrays as a whole.
+  Array<uint8_t> get_WELLINFO() const;
+  void let_WELLINFO(const Array<uint8_t>& bWellInfo);
+  // Sized from the well records allocated, not from NumMarkers, and its let
+  // sets that count: the pair has always worked so.
+  Array<uint8_t> get_MARKERINFO() const;
+  void let_MARKERINFO(const Array<uint8_t>& bMarkerInfo);
+  void SetMarkersb(int32_t nMarker, const Array<uint8_t>& bMarker, bool& qOK);
+  // "MK32" of every marker, or of the markers inside the sector box when one
+  // is set, shifted to it.
+  void GetMarkersByte(int32_t& nMarker, Array<uint8_t>& bMarker, bool& qOK);
+  void SetMarkers(int32_t n, const Array2<Variant>& vMarkers, bool& qOK);
+  void GetMarkers(int32_t& n, Array2<Variant>& vMarkers, bool& qOK);
+  void setMarkerINTEHead(int32_t n, int32_t iH12, int32_t iH13, Array<int32_t>& iHead,
+                         int32_t& nHead, bool& qOK, bool qExtended = false, bool qFloats = false);
+  void getMarkerINTEHead(const Array<uint8_t>& bMarker, Array<int32_t>& iHead, int32_t& nHead,
+                         bool& qOK);
+  void MoveAllMarkersToTopLayer();
+  bool GetMarkerFromIJK(int32_t i, int32_t j, int32_t k, int32_t& iFound, std::string& zWellName,
+                        std::string& zStyle, int32_t& iStatus, std::string& zStatus);
+  // The wells of the markers, in well order.
+  void getWellNamesfromMarkers(Array<std::string>& zWells, int32_t& nWells);
+  std::intptr_t get_WellsPtr() const;
+  std::intptr_t get_MarkersPtr() const;
+  // The most connections of a well, as the records were last built.
+  int32_t getMaxMarkerCount() const { return wells_.markers.nMaxConnections; }
+  void GetSectorBox(int32_t& iXL, int32_t& iXU, int32_t& jYL, int32_t& jYU, int32_t& kZL,
+                    int32_t& kZU) const;
+  void SetSectorBox(int32_t iXL, int32_t iXU, int32_t jYL, int32_t jYU, int32_t kZL, int32_t kZU);
 
   // ======== Memory squeeze ==============================================================
   // Fills a buffer from dArray by way of the scratch file when memory is too
@@ -733,10 +767,11 @@ class VNDATA_API mxDataSet {
     int32_t nClasses = 0, nClassList = 0;
   };
 
-  // Wells and markers.
+  // Wells and markers, and the sector of the grid the markers are cut to.
   struct WellFields {
-    Array<WELLINFO> records;
-    int32_t nMarkers = 0, nWells = 0;
+    MarkerSet markers;
+    SectorBox box;
+    bool qSectorBox = false;
   };
 
   // Selections: the only-list, row and column lists.

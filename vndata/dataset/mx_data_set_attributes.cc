@@ -331,7 +331,10 @@ void mxDataSet::RebuildWellNames(bool qOK) {
     const ByteStore* members = Pool(ATT_MEMBER);
     for (int32_t i = 1; i <= nMembers; ++i) zNames(i) = members->GetString(iMembers(i));
   }
-  setMemberNames(zNames, nMembers, wells_.records, wells_.nWells);
+  setMemberNames(zNames, nMembers, wells_.markers.Wells, wells_.markers.NumWells);
+  // The raw record forms count the records the array holds.
+  wells_.markers.nWellsAllocated =
+      wells_.markers.Wells.IsAllocated() ? wells_.markers.Wells.UBound() : 0;
 }
 
 void mxDataSet::GetClassIndex(Array<CLASSDATA>& ClassData, int32_t& nClasses,
@@ -342,6 +345,6 @@ void mxDataSet::GetClassIndex(Array<CLASSDATA>& ClassData, int32_t& nClasses,
   nList = headers_.nClassList;
 }
 
-std::string mxDataSet::getMemberName(int32_t n) const { return vndata::getMemberName(wells_.records, wells_.nWells, n); }
+std::string mxDataSet::getMemberName(int32_t n) const { return vndata::getMemberName(wells_.markers.Wells, wells_.markers.NumWells, n); }
 
 }  // namespace vndata

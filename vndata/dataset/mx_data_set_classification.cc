@@ -71,7 +71,7 @@ bool mxDataSet::SetClassVarsFromAttributes(const Array<Variant>& v) {
     source_.zDataClass = v(SD_DATACLASS).ToText();
     if (v(SD_NUMROWS).IsNumeric() && v(SD_NUMROWS).ToLong() > 0)
       rows_.buffers(1).nRowsInUse = v(SD_NUMROWS).ToLong();
-    if (v(SD_NUMMARKERS).IsNumeric()) wells_.nMarkers = v(SD_NUMMARKERS).ToLong();
+    if (v(SD_NUMMARKERS).IsNumeric()) wells_.markers.NumMarkers = v(SD_NUMMARKERS).ToLong();
     lists_.zOnly = v(SD_ZONLY).ToText();
     source_.zCaseName = v(SD_CASENAME).ToText();
     source_.zObsName = v(SD_OBSNAME).ToText();
@@ -143,7 +143,7 @@ bool mxDataSet::GetClassVarsFromAttributes(Array<Variant>& v) {
     v(SD_DATACLASS) = source_.zDataClass;
     // Rows in use of the first buffer, not NumRows.
     v(SD_NUMROWS) = rows_.buffers(1).nRowsInUse;
-    v(SD_NUMMARKERS) = wells_.nMarkers;
+    v(SD_NUMMARKERS) = wells_.markers.NumMarkers;
     v(SD_ZONLY) = lists_.zOnly;
     v(SD_CASENAME) = source_.zCaseName;
     v(SD_OBSNAME) = source_.zObsName;

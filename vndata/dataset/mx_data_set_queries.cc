@@ -74,7 +74,7 @@ std::string mxDataSet::GetDataSetAttribute(int32_t iType) {
       case SD_FILETYPE: result = IntText(source_.iFileType); break;
       case SD_TVDISPLAYROOT: result = source_.zTVDisplayRoot; break;
       case SD_NUMROWS: result = IntText(get_NumRows()); break;
-      case SD_NUMMARKERS: result = IntText(wells_.nMarkers); break;
+      case SD_NUMMARKERS: result = IntText(wells_.markers.NumMarkers); break;
       case SD_ZONLY: result = lists_.zOnly; break;
       case SD_LGRNAME: result = source_.zLGRName; break;
       case SD_OBSNAME: result = source_.zObsName; break;

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "vndata/persist/marker_bytes_detail.h"
+#include "vndata/platform/internal/run_guarded.h"
 #include "vndata/platform/runtime_fault.h"
 #include "vndata/platform/string_tools.h"
 

@@ -106,27 +106,6 @@
 
 namespace vndata {
 
-struct MARKERINFO {
-  int32_t iMarker = 0;  // the marker's own number
-  int32_t iWell = 0;    // its well's WELLINFO record
-  int32_t i = 0;
-  int32_t j = 0;
-  int32_t k = 0;
-  int32_t iStatus = 0;  // status word
-  int32_t iStyle = 0;   // 1 "WELL", 0 "PERF"
-  uint8_t bSpare[8] = {0, 0, 0, 0, 0, 0, 0, 0};
-};
-
-// The records are copied raw to and from byte arrays: their layout is fixed.
-static_assert(std::is_standard_layout_v<MARKERINFO>);
-static_assert(sizeof(MARKERINFO) == 36);
-static_assert(offsetof(MARKERINFO, iWell) == 4);
-static_assert(offsetof(MARKERINFO, i) == 8);
-static_assert(offsetof(MARKERINFO, k) == 16);
-static_assert(offsetof(MARKERINFO, iStatus) == 20);
-static_assert(offsetof(MARKERINFO, iStyle) == 24);
-static_assert(offsetof(MARKERINFO, bSpare) == 28);
-
 constexpr int32_t kWellInfoBytes = 92;
 constexpr int32_t kMarkerInfoBytes = 36;
 constexpr int32_t kMarkerHeadWords = 20;   // header words written here
@@ -141,22 +120,6 @@ constexpr int32_t kOldMarkerStringBytes = 160; // then four 40-byte strings a ma
 
 // What MarkerType answers.
 enum MarkerForm : int32_t { kMarkersMK32 = 1, kMarkersMKEX = 2, kMarkersOlder = 3 };
-
-// The markers of one data set: the two record arrays and their counts.
-struct MarkerSet {
-  Array<WELLINFO> Wells;      // records 1..nWellsAllocated
-  Array<MARKERINFO> Markers;  // records 1..NumMarkers (one spare when none)
-  int32_t NumWells = 0;
-  int32_t NumMarkers = 0;
-  // Well records allocated: the record count of the raw WELLINFO and
-  // MARKERINFO forms (see GetMARKERINFO).
-  int32_t nWellsAllocated = 0;
-  // The most connections of a well: what getMaxMarkerCount gave when the
-  // records were last built.
-  int32_t nMaxConnections = 0;
-
-  bool IsMarkers() const { return NumMarkers >= 1 && NumWells >= 1; }
-};
 
 // The header words H1 to H13 of a marker byte array, unpacked.
 struct MarkerHead {
@@ -173,13 +136,6 @@ struct MarkerHead {
   int32_t nMarkers = 0;      // H11
   int32_t iCaller1 = 0;      // H12
   int32_t iCaller2 = 0;      // H13
-};
-
-// A data set's sector of the grid, bounds included.
-struct SectorBox {
-  int32_t iXL = 0, iXU = 0;
-  int32_t jYL = 0, jYU = 0;
-  int32_t kZL = 0, kZU = 0;
 };
 
 // ---- Header words ---------------------------------------------------------------

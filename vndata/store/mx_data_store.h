@@ -471,6 +471,28 @@ class VNDATA_API mxDataStore {
   bool SetDataSetDate(int32_t iDataSet, const std::string& zDateStamp);
   bool GetNxNyNz(int32_t iDataSet, int32_t& nx, int32_t& ny, int32_t& nz);
 
+  // ---- Markers and wells (54, 99..101, 160, 161, 199..201)
+  // The "MK32" bytes of the data set's markers, cut to its sector box when
+  // one is set.
+  void DSGetMarkers(int32_t iDataSet, int32_t& nMarker, Array<uint8_t>& bMarker, bool& qOK);
+  // The marker table (vMarkers, 1..55 by marker).
+  void GetMarkers(int32_t iDataSet, int32_t& n, Array2<Variant>& vMarkers, bool& qOK);
+  // Looks a "WELL" marker up in that table across the direction zDir ("I"
+  // compares J and K, "J" compares I and K, "K" compares I and J).
+  bool GetMarkerName(int32_t iDataSet, const std::string& zDir, int32_t iU, int32_t iV,
+                     std::string& zMarkName, int32_t& iW);
+  bool GetMarkerPosition(int32_t iDataSet, const std::string& zDir, const std::string& zMarkName,
+                         int32_t& iU, int32_t& iV, int32_t& iW);
+  void DSGetSectorBox(int32_t iDataSet, int32_t& iXL, int32_t& iXU, int32_t& jYL, int32_t& jYU,
+                      int32_t& kZL, int32_t& kZU);
+  void DSSetSectorBox(int32_t iDataSet, int32_t iXL, int32_t iXU, int32_t jYL, int32_t jYU,
+                      int32_t kZL, int32_t kZU);
+  std::intptr_t get_WellsPtr(int32_t iDataSet);
+  std::intptr_t get_MarkersPtr(int32_t iDataSet);
+  bool GetMarkerFromIJK(int32_t iDataSet, int32_t i, int32_t j, int32_t k, int32_t& iFound,
+                        std::string& zWellName, std::string& zStyle, int32_t& iStatus,
+                        std::string& zStatus);
+
   // 194..198, 227
   Array<int32_t> get_INITA2N(int32_t iDataSet);
   int32_t get_NumRows(int32_t iDataSet);

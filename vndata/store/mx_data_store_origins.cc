@@ -277,9 +277,8 @@ void mxDataStore::GetAllWells(int32_t iDataSet, Array<std::string>& zWells, int3
       default: break;
     }
     if (qSolution || iFileType == 11) {
-      // Grid data names its wells by its markers; those arrive with the
-      // marker formats, and until then such a data set names no well.
-      nWells = 0;
+      // Grid data names its wells by its markers.
+      ds.getWellNamesfromMarkers(zWells, nWells);
       qOK = true;
       return;
     }
