@@ -61,6 +61,18 @@ TEST_F(StoreMarkersTest, ASectorBoxCutsTheMarkersHandedOut) {
   EXPECT_EQ(std::string(reinterpret_cast<const char*>(bytes.data()), 4), "MK32");
 }
 
+TEST_F(StoreMarkersTest, AnAllZeroSectorBoxRemovesTheBox) {
+  AddGridWithMarkers();
+  store.DSSetSectorBox(1, 1, 5, 1, 5, 1, 10);
+  store.DSSetSectorBox(1, 0, 0, 0, 0, 0, 0);
+  int32_t n = 0;
+  Array<uint8_t> b;
+  bool qOK = false;
+  store.DSGetMarkers(1, n, b, qOK);
+  ASSERT_TRUE(qOK);
+  EXPECT_EQ(ToVector(b), ToVector(HandMK32Case()));
+}
+
 TEST_F(StoreMarkersTest, GridDataNamesItsWellsByItsMarkers) {
   AddGridWithMarkers();
   Array<std::string> wells;

@@ -69,11 +69,12 @@ void mxDataSet::GetSectorBox(int32_t& iXL, int32_t& iXU, int32_t& jYL, int32_t& 
   iXL = b.iXL, iXU = b.iXU, jYL = b.jYL, jYU = b.jYU, kZL = b.kZL, kZU = b.kZU;
 }
 
-// Setting a box, whatever its bounds, cuts the markers handed out to it.
+// A box cuts the markers handed out to it; all six bounds 0, the state of a
+// fresh data set, means no box.
 void mxDataSet::SetSectorBox(int32_t iXL, int32_t iXU, int32_t jYL, int32_t jYU, int32_t kZL,
                              int32_t kZU) {
   wells_.box = SectorBox{iXL, iXU, jYL, jYU, kZL, kZU};
-  wells_.qSectorBox = true;
+  wells_.qSectorBox = (iXL | iXU | jYL | jYU | kZL | kZU) != 0;
 }
 
 }  // namespace vndata
