@@ -91,13 +91,14 @@
 #include <cstdint>
 #include <string>
 
+#include "vndata/platform/api.h"
 #include "vndata/platform/arrays.h"
 #include "vndata/platform/record_file.h"
 #include "vndata/platform/variant.h"
 
 namespace vndata {
 
-class RecordCodec {
+class VNDATA_API RecordCodec {
  public:
   // Reads a "BYTE" payload of count bytes into values, dimensioned 1 to
   // count (left alone for count 0).

@@ -36,13 +36,14 @@
 #include <memory>
 #include <string>
 
+#include "vndata/platform/api.h"
 #include "vndata/platform/record_layout.h"
 
 namespace vndata {
 
 enum class RecordFileMode : int32_t { Closed = 0, Write, Read, RandomRead };
 
-class RecordFile {
+class VNDATA_API RecordFile {
  public:
   RecordFile() = default;
   ~RecordFile();
