@@ -19,9 +19,11 @@ static_assert(std::numeric_limits<float>::is_iec559 && std::numeric_limits<doubl
 
 // The header record, the length markers around 16 bytes.
 constexpr int64_t kHeaderRecordBytes = 4 + kSimulatorHeaderBytes + 4;
-// Doubles converted to floats in pieces of this many, so that the staging
-// memory stays small whatever the record.
+// Doubles converted to floats in pieces of this many, and payloads read in
+// pieces of about this many bytes, so that the staging memory stays small
+// whatever the record.
 constexpr int64_t kDoublePiece = 1 << 15;
+constexpr int64_t kPieceBytes = 1 << 18;
 
 // The bytes of count values in the format's blocking: every block of at most
 // block values adds its two length markers.
@@ -70,6 +72,73 @@ bool PayloadEnded(RecordFile& file) {
   return true;
 }
 
+// Converts k big-endian values of the record's type at src into floats.
+void DecodeBlock(RecordType kind, const uint8_t* src, int64_t k, float* out) {
+  switch (kind) {
+    case RecordType::Real:
+      record_bytes::CopySwapped(out, src, static_cast<std::size_t>(k), 4);
+      break;
+    case RecordType::Inte:
+      for (int64_t i = 0; i < k; ++i) {
+        uint32_t u;
+        std::memcpy(&u, src + 4 * i, 4);
+        if constexpr (record_bytes::kSwapNeeded) u = __builtin_bswap32(u);
+        out[i] = static_cast<float>(static_cast<int32_t>(u));
+      }
+      break;
+    case RecordType::Logi:
+      for (int64_t i = 0; i < k; ++i) {
+        uint32_t u;
+        std::memcpy(&u, src + 4 * i, 4);
+        out[i] = u != 0 ? 1.0f : 0.0f;
+      }
+      break;
+    case RecordType::Doub:
+      for (int64_t i = 0; i < k; ++i) {
+        uint64_t u;
+        std::memcpy(&u, src + 8 * i, 8);
+        if constexpr (record_bytes::kSwapNeeded) u = __builtin_bswap64(u);
+        out[i] = static_cast<float>(std::bit_cast<double>(u));
+      }
+      break;
+    default:
+      break;
+  }
+}
+
+// A payload in the format's blocking, read in pieces of whole blocks: one
+// read from the system a piece, and each value swapped and converted on its
+// way from the piece to out. False, with nothing to report, when the
+// blocks are not where that blocking puts them.
+bool ReadStandardBlocks(RecordFile& file, const SimHeader& h, float* out) {
+  const int64_t w = h.width;
+  const int64_t block = SimBlockSize(h.kind);
+  const int64_t blockBytes = block * w + 8;
+  const int64_t total = StandardPayloadBytes(h.count, h.width, static_cast<int32_t>(block));
+  if (h.payloadPos + total > file.FileSize()) return false;
+  const int64_t perPiece = std::max<int64_t>(1, kPieceBytes / blockBytes);
+  std::vector<uint8_t> piece(static_cast<std::size_t>(std::min(total, perPiece * blockBytes)));
+  int64_t done = 0;  // values delivered
+  int64_t at = h.payloadPos;
+  while (done < h.count) {
+    const int64_t blocks = std::min(perPiece, (h.count - done + block - 1) / block);
+    const int64_t bytes = std::min(blocks * blockBytes, h.payloadPos + total - at);
+    if (!ReadAt(file, at, piece.data(), bytes)) return false;
+    for (int64_t b = 0, off = 0; b < blocks; ++b) {
+      const int64_t k = std::min(block, h.count - done);
+      const int32_t length = static_cast<int32_t>(k * w);
+      if (record_bytes::GetBigEndian32(piece.data() + off) != length ||
+          record_bytes::GetBigEndian32(piece.data() + off + 4 + length) != length)
+        return false;
+      DecodeBlock(h.kind, piece.data() + off + 4, k, out + done);
+      done += k;
+      off += 8 + length;
+    }
+    at += bytes;
+  }
+  return true;
+}
+
 }  // namespace
 
 bool ReadBinaryHeader(RecordFile& file, int64_t pos, SimHeader& h) {
@@ -100,6 +169,9 @@ int64_t MinimumBinaryPayload(const SimHeader& h) {
 }
 
 bool ReadBinaryValues(RecordFile& file, const SimHeader& h, float* out) {
+  if (SimVarTypeOf(h.kind) == 0) return P::Fail(file, "the record holds no numbers");
+  if (ReadStandardBlocks(file, h, out)) return true;
+  // Blocked otherwise, or cut short: follow the length markers.
   bool ok = false;
   file.SetPosition(h.payloadPos, ok);
   if (!ok) return false;
