@@ -30,7 +30,7 @@
 // 1 INTE, 2 REAL, 3 DOUB, 4 LOGI; a record of another type is refused. Bit 3
 // (8) or bit 15 (32768) marks a compressed record, one that holds active
 // cells only: it is delivered as stored, may be shorter than nValues, and
-// nValues is rewritten to the count it holds. Any other record must hold
+// nValues is rewritten to the count delivered. Any other record must hold
 // exactly nValues values. The other bits are the caller's.
 //
 // Values are always delivered as 32-bit floats: INTE converted, DOUB
