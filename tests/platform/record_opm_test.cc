@@ -8,15 +8,16 @@
 #include <cstdlib>
 #include <sstream>
 
+#include "tests/platform/opm_python.h"
 #include "tests/platform/record_test_util.h"
 #include "vndata/platform/record_codec.h"
 
 using namespace vndata;
 using namespace vndata::record_test;
+using vndata::opm_python::OpmAvailable;
+using vndata::opm_python::RunScript;
 
 namespace {
-
-const char* kPython = "/usr/bin/python3";
 
 std::string Hex(const void* p, std::size_t n) {
   static const char* d = "0123456789abcdef";
@@ -28,37 +29,6 @@ std::string Hex(const void* p, std::size_t n) {
     s += d[b[i] & 15];
   }
   return s;
-}
-
-bool OpmAvailable(std::string& why) {
-  FILE* test = std::fopen(kPython, "r");
-  if (test == nullptr) {
-    why = std::string(kPython) + " is missing";
-    return false;
-  }
-  std::fclose(test);
-  std::string cmd =
-      std::string(kPython) + " -c \"from opm.io.ecl import EclFile\" > /dev/null 2>&1";
-  if (std::system(cmd.c_str()) != 0) {
-    why = "python3-opm-common is not installed (no opm.io.ecl for " + std::string(kPython) + ")";
-    return false;
-  }
-  return true;
-}
-
-std::string RunScript(const std::string& script, const std::string& file, int& status) {
-  std::string cmd = std::string(kPython) + " " + script + " " + file + " 2>&1";
-  FILE* p = popen(cmd.c_str(), "r");
-  std::string out;
-  if (p == nullptr) {
-    status = -1;
-    return out;
-  }
-  char buf[4096];
-  std::size_t n;
-  while ((n = std::fread(buf, 1, sizeof buf, p)) > 0) out.append(buf, n);
-  status = pclose(p);
-  return out;
 }
 
 TEST(RecordOpm, ASimulatorFileReadsBackThroughOpmsEclipseReader) {

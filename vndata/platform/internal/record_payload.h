@@ -61,6 +61,13 @@ class RecordPayload {
   static bool SkipWholeRecord(RecordFile& file);
   // Reads one whole physical record as bytes (a store-format text).
   static bool ReadWholeRecord(RecordFile& file, std::string& bytes);
+  // Reads exactly n bytes from the position, as they are on disk, with no
+  // length marker: the text of a formatted simulator file, or one value a
+  // reader found the offset of itself.
+  static bool ReadRaw(RecordFile& file, void* dst, int64_t n) {
+    if (n < 0) return Fail(file, "negative byte count");
+    return file.ReadExact(dst, static_cast<std::size_t>(n));
+  }
   // Reads the physical record of a header into buf (24 bytes of room);
   // nBytes receives its length, 24 (store) or 16 (simulator).
   static bool ReadHeaderRecord(RecordFile& file, uint8_t* buf, int32_t& nBytes);
