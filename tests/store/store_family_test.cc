@@ -575,6 +575,22 @@ const std::map<std::string, Walk>& PresentMembers() {
          EXPECT_EQ(found, 7);
          EXPECT_EQ(well + style + text, "wst");
        }},
+      {"RTMMonitoring", [](mxDataStore& s, int32_t p) {
+         s.let_RTMMonitoring(p, true);
+         EXPECT_FALSE(s.get_RTMMonitoring(p));
+       }},
+      {"RTMRecurseFolders", [](mxDataStore& s, int32_t p) {
+         s.let_RTMRecurseFolders(p, true);
+         EXPECT_FALSE(s.get_RTMRecurseFolders(p));
+       }},
+      {"RTMFolder", [](mxDataStore& s, int32_t p) {
+         s.let_RTMFolder(p, "x");
+         EXPECT_EQ(s.get_RTMFolder(p), "");
+       }},
+      {"RTMFilePattern", [](mxDataStore& s, int32_t p) {
+         s.let_RTMFilePattern(p, "x");
+         EXPECT_EQ(s.get_RTMFilePattern(p), "");
+       }},
       {"GetAllWells", [](mxDataStore& s, int32_t p) {
          Array<std::string> wells{"kept"};
          int32_t n = 5;

@@ -121,8 +121,21 @@ class VNDATA_API mxDataSet {
   // The file name or pattern a monitoring data set watches; blanks at both
   // ends are trimmed. (Deriving a pattern from the source file when none is
   // set arrives with real-time monitoring.)
-  const std::string& get_RTMFilePattern() const { return source_.zRTMFilePattern; }
+  // ---- Monitoring of a running simulation: what to watch. The watching is
+  // the host's; an empty folder or pattern asked for is worked out from the
+  // source file first.
+  bool get_RTMMonitoring() const { return source_.qRTMMonitoring; }
+  void let_RTMMonitoring(bool q) { source_.qRTMMonitoring = q; }
+  bool get_RTMRecurseFolders() const { return source_.qRTMRecurseFolders; }
+  void let_RTMRecurseFolders(bool q) { source_.qRTMRecurseFolders = q; }
+  const std::string& get_RTMFolder();
+  void let_RTMFolder(const std::string& z);
+  const std::string& get_RTMFilePattern();
   void let_RTMFilePattern(const std::string& z);
+  // True for the data sets a running simulation adds to: summary data
+  // (FileType 13) and plot files (FileType 40 of class "PLOT").
+  bool CheckifRTMDataSet() const;
+  void CreateRTMPatternAndFolder();
 
   // ======== Reading state =======================================================
   int32_t get_iStart() const { return reading_.iStart; }
@@ -706,7 +719,8 @@ class VNDATA_API mxDataSet {
     bool qChild = false;
     float sTimeInDays = kDefaultTimeInDays;
     int32_t iBranch = 1;
-    std::string zRTMFilePattern;
+    std::string zRTMFilePattern, zRTMFolder;
+    bool qRTMMonitoring = false, qRTMRecurseFolders = false;
     std::shared_ptr<mxNotifyData> EventHandler, IOEventHandler;
   };
 

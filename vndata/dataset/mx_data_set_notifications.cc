@@ -21,6 +21,4 @@ void mxDataSet::set_IOEventHandler(std::shared_ptr<mxNotifyData> handler) {
   if (!source_.IOEventHandler) source_.IOEventHandler = std::make_shared<mxNotifyData>();
 }
 
-void mxDataSet::let_RTMFilePattern(const std::string& z) { source_.zRTMFilePattern = StringTools::Trim(z); }
-
 }  // namespace vndata

@@ -493,6 +493,20 @@ class VNDATA_API mxDataStore {
                         std::string& zWellName, std::string& zStyle, int32_t& iStatus,
                         std::string& zStatus);
 
+  // ---- Monitoring of a running simulation (212..215)
+  bool get_RTMMonitoring(int32_t iDataSet);
+  void let_RTMMonitoring(int32_t iDataSet, bool qMonitoring);
+  bool get_RTMRecurseFolders(int32_t iDataSet);
+  void let_RTMRecurseFolders(int32_t iDataSet, bool qRecurse);
+  std::string get_RTMFolder(int32_t iDataSet);
+  void let_RTMFolder(int32_t iDataSet, const std::string& zFolder);
+  std::string get_RTMFilePattern(int32_t iDataSet);
+  void let_RTMFilePattern(int32_t iDataSet, const std::string& zPattern);
+  // Every data set stops being monitored.
+  void ClearRTMSettings();
+  // The same, and every data set forgets its folder and pattern.
+  void ResetRTMSettings();
+
   // 194..198, 227
   Array<int32_t> get_INITA2N(int32_t iDataSet);
   int32_t get_NumRows(int32_t iDataSet);
