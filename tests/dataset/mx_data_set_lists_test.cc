@@ -153,9 +153,9 @@ TEST(DataSetGridNames, AnUnallocatedArrayIsTracedAndKeepsTheNames) {
 TEST(DataSetFileList, WithoutAListEveryColumnReadsFileName) {
   mxDataSet ds;
   Build(ds, 3, 2);
-  ds.let_FileName("CASE.SMSPEC");
-  EXPECT_EQ(ds.GetFileName(1), "CASE.SMSPEC");
-  EXPECT_EQ(ds.GetFileName(2), "CASE.SMSPEC");
+  ds.let_FileName("CASE.SUM");
+  EXPECT_EQ(ds.GetFileName(1), "CASE.SUM");
+  EXPECT_EQ(ds.GetFileName(2), "CASE.SUM");
   EXPECT_EQ(ds.GetFileName(3), "");  // not a column
   EXPECT_EQ(ds.GetFileName(0), "");
   int32_t index = 0;
@@ -166,7 +166,7 @@ TEST(DataSetFileList, WithoutAListEveryColumnReadsFileName) {
 TEST(DataSetFileList, TheListIsTakenOverAndNamesTheColumnsFile) {
   mxDataSet ds;
   Build(ds, 3, 2);
-  ds.let_FileName("CASE.SMSPEC");
+  ds.let_FileName("CASE.SUM");
   auto files = std::make_shared<ByteStore>();
   files->AddString("CASE.UNSMRY");
   files->AddString("CASE_2.UNSMRY");
