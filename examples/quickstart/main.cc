@@ -259,6 +259,104 @@ void TourOfAStore() {
   SearchAndExport(store);
 }
 
+// A grid data set as a reader of solutions delivers it: its wells come with
+// their markers, one row of vMarkers (fields 1..55) a marker.
+std::shared_ptr<mxDataSet> ReadGridWithMarkers() {
+  struct Row {
+    const char* well;
+    int32_t i, j, k;
+    const char* status;
+    const char* style;
+  };
+  const Row rows[] = {{"PROD1", 2, 3, 1, "4", "WELL"}, {"PROD1", 2, 3, 4, "4", "PERF"},
+                      {"INJ1", 7, 7, 1, "2", "WELL"},  {"INJ1", 7, 7, 5, "2", "PERF"},
+                      {"PROD2", 9, 1, 1, "0", "WELL"}};
+  const int32_t n = static_cast<int32_t>(sizeof(rows) / sizeof(rows[0]));
+  Array2<Variant> vMarkers(1, 55, 1, n);
+  for (int32_t m = 1; m <= n; ++m) {
+    const Row& r = rows[m - 1];
+    vMarkers(3, m) = r.i;
+    vMarkers(4, m) = r.j;
+    vMarkers(5, m) = r.k;
+    vMarkers(10, m) = std::string(r.status);
+    vMarkers(11, m) = std::string(r.well);
+    vMarkers(12, m) = std::string(r.style);
+    vMarkers(13, m) = std::string("FIELD");
+  }
+  auto ds = std::make_shared<mxDataSet>();
+  ds->let_Origin("GRID");
+  ds->let_DataClass("SOLUTION");  // a solution names its wells by its markers
+  bool qOK = false;
+  ds->SetMarkers(n, vMarkers, qOK);
+  return ds;
+}
+
+void PrintNames(const char* zWhat, const Array<std::string>& zNames, int32_t n) {
+  std::printf("  %s:", zWhat);
+  for (int32_t k = 1; k <= n; ++k) std::printf(" %s", zNames(k).c_str());
+  std::printf("\n");
+}
+
+void TourOfWellsAndWellLists() {
+  std::printf("Wells, markers and well lists\n");
+  mxDataStore store;
+  store.AddItem(ReadGridWithMarkers());
+  const int32_t iGrid = store.get_NumberOfDataSets();
+  std::printf("  data set %d holds %d wells and %d markers\n", iGrid, store.get_NumWells(iGrid),
+              store.get_NumMarkers(iGrid));
+  int32_t nMarkers = 0;
+  Array2<Variant> vMarkers;
+  bool qOK = false;
+  store.GetMarkers(iGrid, nMarkers, vMarkers, qOK);
+  for (int32_t m = 1; m <= nMarkers; ++m)
+    std::printf("    %-6s I %2d J %2d K %2d  %s\n", vMarkers(11, m).ToText().c_str(),
+                static_cast<int>(vMarkers(3, m).ToLong()), static_cast<int>(vMarkers(4, m).ToLong()),
+                static_cast<int>(vMarkers(5, m).ToLong()), vMarkers(12, m).ToText().c_str());
+  int32_t iWell = 0, iStatus = 0;
+  std::string zWell, zStyle, zStatus;
+  store.GetMarkerFromIJK(iGrid, 7, 7, 5, iWell, zWell, zStyle, iStatus, zStatus);
+  std::printf("  cell (7, 7, 5): well %d %s, %s, status %d \"%s\"\n", iWell, zWell.c_str(),
+              zStyle.c_str(), iStatus, zStatus.c_str());
+
+  Array<std::string> zAll;
+  int32_t nAll = 0;
+  store.GetAllWells(iGrid, zAll, nAll, qOK);
+  PrintNames("all wells", zAll, nAll);
+
+  std::printf("  named lists (a list of the same wells is not added twice):\n");
+  std::string zName = "Producers";
+  store.WSH_AppendNamedWellList(iGrid, Array<std::string>{"PROD1", "PROD2"}, zName);
+  zName = "Again";
+  store.WSH_AppendNamedWellList(iGrid, Array<std::string>{"PROD1", "PROD2"}, zName);
+  zName.clear();  // no name: the origin and the number of lists so far
+  store.WSH_AppendNamedWellList(iGrid, Array<std::string>{"INJ1", "NOWELL"}, zName);
+  int32_t nLists = 0;
+  Array<std::string> zNames, zJoined;
+  store.WDS_DSGetOriginWellLists(iGrid, nLists, zNames, zJoined, qOK);
+  for (int32_t k = 1; k <= nLists; ++k)
+    std::printf("    %-10s %s\n", zNames(k).c_str(), zJoined(k).c_str());
+
+  std::printf("  walking the list \"Producers\" as the active list:\n");
+  Array<std::string> zWells;
+  int32_t nWells = 0;
+  store.WDS_DSGetWellListArray(iGrid, "Producers", nWells, zWells, qOK);
+  store.DSSetWellList(iGrid, zWells, qOK);
+  store.let_DSqUseWellList(iGrid, true);
+  std::string zAt;
+  for (int step = 0; step < 3; ++step) {
+    std::string zNext;
+    store.WellListNextItem(iGrid, zAt, true, false, zNext, qOK);
+    std::printf("    after \"%s\" comes \"%s\"\n", zAt.c_str(), zNext.c_str());
+    zAt = zNext;
+  }
+  store.let_DSqUseWellList(iGrid, false);
+  std::string zNext;
+  store.WellNextItem(iGrid, "PROD1", false, false, zNext, qOK);
+  std::printf("  with the list out of use, after \"PROD1\" among all wells comes \"%s\"\n",
+              zNext.c_str());
+  std::printf("\n");
+}
+
 }  // namespace
 
 int main() {
@@ -271,5 +369,6 @@ int main() {
   DeriveAColumn();
   TourOfADataSet();
   TourOfAStore();
+  TourOfWellsAndWellLists();
   return 0;
 }

@@ -12,6 +12,7 @@
 
 #include "tests/store/store_fixtures.h"
 #include "vndata/foundation/packed_headers.h"
+#include "vndata/platform/byte_store.h"
 #include "vndata/store/internal/store_family.h"
 
 namespace vndata {
@@ -665,6 +666,177 @@ const std::map<std::string, Walk>& PresentMembers() {
          EXPECT_TRUE(qOK);
          EXPECT_FALSE(qMatch);
          EXPECT_EQ(n, 1);
+       }},
+      // Grid names, files, row and column lists, well lists.
+      {"DSColumnList", [](mxDataStore& s, int32_t p) {
+         EXPECT_FALSE(s.get_DSColumnList(p).IsAllocated());
+         s.let_DSColumnList(p, Array<int32_t>{1});
+         EXPECT_FALSE(s.get_DSColumnList(1).IsAllocated());
+       }},
+      {"DSRowList", [](mxDataStore& s, int32_t p) {
+         EXPECT_FALSE(s.get_DSRowList(p).IsAllocated());
+         s.let_DSRowList(p, Array<int32_t>{1});
+         EXPECT_FALSE(s.get_DSRowList(1).IsAllocated());
+       }},
+      {"DSqUseWellList", [](mxDataStore& s, int32_t p) {
+         EXPECT_FALSE(s.get_DSqUseWellList(p));
+         s.let_DSqUseWellList(p, true);
+         EXPECT_FALSE(s.get_DSqUseWellList(1));
+       }},
+      {"DSSetMask", [](mxDataStore& s, int32_t p) {
+         bool qOK = false;
+         s.DSSetMask(p, true, Array<int32_t>{1}, 1, qOK);
+         EXPECT_FALSE(qOK);
+       }},
+      {"DSSetFileList", [](mxDataStore& s, int32_t p) {
+         auto files = std::make_shared<ByteStore>();
+         bool qOK = false;
+         s.DSSetFileList(p, files, 1, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_NE(files, nullptr);
+       }},
+      {"DSSetGridNames", [](mxDataStore& s, int32_t p) {
+         bool qOK = false;
+         s.DSSetGridNames(p, Array<uint8_t>{'A', ' '}, qOK);
+         EXPECT_FALSE(qOK);
+       }},
+      {"DSGetGridNames", [](mxDataStore& s, int32_t p) {
+         Array<std::string> z{"kept"};
+         bool qOK = false;
+         s.DSGetGridNames(p, z, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(z(1), "kept");
+       }},
+      {"DSGetGridName", [](mxDataStore& s, int32_t p) {
+         std::string z = "kept";
+         bool qOK = false;
+         s.DSGetGridName(p, 1, z, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(z, "kept");
+       }},
+      {"DSClearLists", [](mxDataStore& s, int32_t p) { EXPECT_FALSE(s.DSClearLists(p)); }},
+      {"DSGetColumnList", [](mxDataStore& s, int32_t p) {
+         Array<int32_t> z{4};
+         int32_t n = 3;
+         bool qOK = false;
+         s.DSGetColumnList(p, z, n, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(n, 3);
+         EXPECT_EQ(z(1), 4);
+       }},
+      {"DSGetRowList", [](mxDataStore& s, int32_t p) {
+         Array<int32_t> z{4};
+         int32_t n = 3;
+         bool qOK = false;
+         s.DSGetRowList(p, z, n, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(n, 3);
+         EXPECT_EQ(z(1), 4);
+       }},
+      {"DSSetColumnList", [](mxDataStore& s, int32_t p) {
+         bool qOK = false;
+         s.DSSetColumnList(p, Array<int32_t>{1}, 1, qOK);
+         EXPECT_FALSE(qOK);
+       }},
+      {"DSSetRowList", [](mxDataStore& s, int32_t p) {
+         bool qOK = false;
+         s.DSSetRowList(p, Array<int32_t>{1}, 1, qOK);
+         EXPECT_FALSE(qOK);
+       }},
+      {"WellListNextItem", [](mxDataStore& s, int32_t p) {
+         std::string z = "kept";
+         bool qOK = true;
+         s.WellListNextItem(p, "P1", true, false, z, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(z, "");
+       }},
+      {"WellNextItem", [](mxDataStore& s, int32_t p) {
+         std::string z = "kept";
+         bool qOK = true;
+         s.WellNextItem(p, "P1", true, false, z, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(z, "");
+       }},
+      {"DSGetWellListOrAll", [](mxDataStore& s, int32_t p) {
+         // Reports true whatever the position, with nothing found.
+         Array<std::string> z{"kept"};
+         int32_t n = 3;
+         bool qOK = false;
+         s.DSGetWellListOrAll(p, z, n, qOK);
+         EXPECT_TRUE(qOK);
+         EXPECT_EQ(n, 0);
+         EXPECT_EQ(z(1), "kept");
+       }},
+      {"DSqSetWellList", [](mxDataStore& s, int32_t p) { EXPECT_FALSE(s.DSqSetWellList(p)); }},
+      {"DSSetWellList", [](mxDataStore& s, int32_t p) {
+         // A bad position reports true here.
+         bool qOK = false;
+         s.DSSetWellList(p, Array<std::string>{"P1"}, qOK);
+         EXPECT_TRUE(qOK);
+         EXPECT_FALSE(s.DSqSetWellList(1));
+       }},
+      {"DSGetWellsInWellList", [](mxDataStore& s, int32_t p) {
+         Array<std::string> z{"kept"};
+         int32_t n = 3;
+         bool qOK = false;
+         s.DSGetWellsInWellList(p, z, n, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(n, 3);
+         EXPECT_EQ(z(1), "kept");
+       }},
+      {"DSGetWellList", [](mxDataStore& s, int32_t p) {
+         Array<std::string> z{"kept"};
+         int32_t n = 3;
+         bool qOK = false;
+         s.DSGetWellList(p, z, n, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(n, 3);
+         EXPECT_EQ(z(1), "kept");
+       }},
+      {"WDS_DSGetOriginWellLists", [](mxDataStore& s, int32_t p) {
+         Array<std::string> names{"kept"}, joined{"kept"};
+         int32_t n = 3;
+         bool qOK = false;
+         s.WDS_DSGetOriginWellLists(p, n, names, joined, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(n, 3);
+         EXPECT_EQ(names(1), "kept");
+       }},
+      {"WDS_DSGetWellListArray", [](mxDataStore& s, int32_t p) {
+         Array<std::string> z{"kept"};
+         int32_t n = 3;
+         bool qOK = false;
+         s.WDS_DSGetWellListArray(p, "A", n, z, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(n, 3);
+       }},
+      {"WDS_GetWellList", [](mxDataStore& s, int32_t p) {
+         Array<std::string> z{"kept"};
+         int32_t n = 3;
+         bool qOK = false;
+         s.WDS_GetWellList(p, z, n, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(n, 3);
+       }},
+      {"WDS_GetWellListDetailsByName", [](mxDataStore& s, int32_t p) {
+         Array<std::string> z{"kept"};
+         int32_t n = 3;
+         std::string joined = "kept";
+         bool qOK = false;
+         s.WDS_GetWellListDetailsByName(p, "A", n, z, joined, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(joined, "kept");
+       }},
+      {"WSH_AppendNamedWellList", [](mxDataStore& s, int32_t p) {
+         std::string zName = "A";
+         EXPECT_FALSE(s.WSH_AppendNamedWellList(p, Array<std::string>{"P1"}, zName));
+         EXPECT_EQ(zName, "A");
+         EXPECT_FALSE(s.WSH_AppendNamedWellList(p, Array<std::string>{"P1"}));
+       }},
+      {"WSH_DeleteWellListByName", [](mxDataStore& s, int32_t p) {
+         bool qOK = false;
+         s.WSH_DeleteWellListByName(p, "A", qOK);
+         EXPECT_FALSE(qOK);
        }},
       {"qIsVectorLoaded", [](mxDataStore& s, int32_t p) {
          EXPECT_FALSE(s.get_qIsVectorLoaded(p, 1));

@@ -588,6 +588,103 @@ class VNDATA_API mxDataSet {
                     int32_t& kZU) const;
   void SetSectorBox(int32_t iXL, int32_t iXU, int32_t jYL, int32_t jYU, int32_t kZL, int32_t kZU);
 
+  // ======== Grid names, files, row and column lists =======================================
+  // Names ended by a blank, each cut to 16 bytes: a name after the last
+  // blank is dropped; with no blank at all the first 16 bytes are one name.
+  void SetGridNames(const Array<uint8_t>& bGridNames, bool& qOK);
+  // One name per element 1..UBound, each cut to 16 bytes.
+  void SetGridNamesString(const Array<std::string>& zGridNames, bool& qOK);
+  // The names trimmed; one empty name when there are none.
+  void GetGridNames(Array<std::string>& zGridNames, bool& qOK) const;
+  // Names 1 .. nGrids-1 only: the last name is never given here, so a data
+  // set of one grid answers false. That bound has always stood.
+  void GetGridName(int32_t iRow, std::string& zGridName, bool& qOK) const;
+  // Takes the caller's pool of source file names over (xFileList comes back
+  // null); nFiles 0 means the data set reads FileName alone.
+  void SetFileList(std::shared_ptr<ByteStore>& xFileList, int32_t nFiles, bool& qOK);
+  // The source file of a column: FileName without a file list, else the
+  // list's name of the column's file ("" when the list has none).
+  std::string GetFileName(int32_t iColumn);
+  // 1, or the column's file in the list when the location table keeps one
+  // file a column.
+  void GetFileIndex(int32_t iColumn, int32_t& index) const;
+  // A list of 1 .. NumRows-1 entries is kept (the first nRowList entries of
+  // iRowList, in the caller's order); an empty one, or one as long as the
+  // table or longer, means all rows and leaves no list.
+  void SetRowList(const Array<int32_t>& iRowList, int32_t nRowList, bool& qOK);
+  // The same against NumCols. The column list is the column mask of the
+  // extracts and of bExtractHeaders.
+  void SetColumnList(const Array<int32_t>& iColumnList, int32_t nColumnList, bool& qOK);
+  // nRowList 0 and iRowList untouched when there is no list.
+  void GetRowList(Array<int32_t>& iRowList, int32_t& nRowList, bool& qOK) const;
+  void GetColumnList(Array<int32_t>& iColumnList, int32_t& nColumnList, bool& qOK) const;
+  // The lists as one value: the entries (unallocated for no list); a let is
+  // SetRowList / SetColumnList of the whole array.
+  Array<int32_t> get_RowList() const;
+  void let_RowList(const Array<int32_t>& iRowList);
+  Array<int32_t> get_ColumnList() const;
+  void let_ColumnList(const Array<int32_t>& iColumnList);
+  // The selections back to their start: the only-list (one blank record,
+  // flag off), no row list, no column list.
+  void ClearLists();
+  // Texts of a volumetric calculation, kept for the host as given.
+  void AddVCParameters(const std::string& zTimeSteps, const std::string& zVectors,
+                       const std::string& zRegions, const std::string& zCalculations,
+                       const std::string& zWeight, bool& qOK);
+  int32_t get_NumberOfVolumetricCalcs() const { return lists_.nVolumetricCalcs; }
+  // A position outside 1..NumberOfVolumetricCalcs is fault 9, traced, with
+  // the outputs untouched.
+  void GetVCParameters(int32_t iVolCalc, std::string& zTimeSteps, std::string& zVectors,
+                       std::string& zRegions, std::string& zCalculations, std::string& zWeight,
+                       bool& qOK) const;
+
+  // ======== Well lists =====================================================================
+  // Lists hold positions in the well records, so a name that is no well
+  // never enters one. Names of lists compare with case; the wells of a list
+  // are joined with ";" for comparison and for the host.
+  // Named lists gone, the active list empty; qSetWELLLIST, qUseWellList and
+  // the row mask keep their values.
+  void ClearWellLists(bool& qOK);
+  // The active list ("ACTIVE") from names; no non-empty name: qOK false and
+  // nothing changed; no name a well: qOK true, qSetWELLLIST false.
+  void SetWELLLIST(const Array<std::string>& zWellList, bool& qOK);
+  // Makes or replaces the named list.
+  void addWellList(const std::string& zName, const Array<std::string>& zWellList, bool& qOK,
+                   int32_t MasterList = -1);
+  // "ACTIVE" in any case sets the active list; any other name appends as
+  // WH_AppendWellList does.
+  void SetNamedWellList(const Array<std::string>& zWellList, const std::string& zThisWellListName);
+  // The names of the active list; with no wells the array is untouched.
+  void GetWellList(Array<std::string>& zWellList, int32_t& nWells, bool& qOK) const;
+  // A named list's wells; an unknown name leaves the outputs, qOK true.
+  void WH_GetWellListDetails(const std::string& zName, int32_t& nWells, Array<std::string>& zWells,
+                             bool& qOK) const;
+  // The same with the names joined by ";" (written only for a known name).
+  void WH_GetWellListDetailsByName(const std::string& zName, int32_t& nWells,
+                                   Array<std::string>& zWells, std::string& zDelimited,
+                                   bool& qOK) const;
+  // Adds the list unless a list of the same wells (any case) exists. A list
+  // k of the same name (any case) turns the name into name-k, so the
+  // caller's text may change; an empty name becomes Origin-<lists so far>.
+  void WH_AppendWellList(const Array<std::string>& zWellList, std::string& zThisListName);
+  // Every named list as its name and its wells joined by ";"; the arrays are
+  // untouched when there are none.
+  void WH_GetDelimitedLists(int32_t& nLists, Array<std::string>& zNames,
+                            Array<std::string>& zDelimited, bool& qOK) const;
+  // Takes the list out, the rest keeping their order; deleting the last
+  // named list also empties the active list.
+  void WH_DeleteWellListByName(const std::string& zName, bool& qOK);
+  // The active list has wells: set and cleared by the active list alone.
+  bool get_qSetWELLLIST() const { return wells_.qSetWELLLIST; }
+  // Whether the host wants the active list used.
+  bool get_qUseWellList() const { return wells_.qUseWellList; }
+  void let_qUseWellList(bool q) { wells_.qUseWellList = q; }
+  int32_t get_nWellLists() const { return wells_.nWellLists; }
+  int32_t get_nWellListsAllocated() const { return wells_.nWellListsAllocated; }
+  // The row mask of reads: with qMask and nMask above 0 the count and a copy
+  // of iMask, otherwise no mask.
+  void SetMask(bool qMask, const Array<int32_t>& iMask, int32_t nMask, bool& qOK);
+
   // ======== Memory squeeze ==============================================================
   // Fills a buffer from dArray by way of the scratch file when memory is too
   // fragmented for a second copy to stand beside the first.
@@ -692,6 +789,32 @@ class VNDATA_API mxDataSet {
   void ReadScratchFile(const std::string& zFileName, DATABUFFER& buf, bool& qOK);
   void RemoveScratchFile(const std::string& zFileName);
 
+  // Grid name, file and well list internals (no guard: they run under the
+  // caller's).
+  struct WellListRecord {
+    Array<uint8_t> bName;   // the name, single-byte
+    int32_t nName = 0;
+    Array<int32_t> iWells;  // positions in the well records
+    int32_t nWells = 0;
+    int32_t MasterList = 0;  // kept for the host
+  };
+  static constexpr int32_t kGridNameWidth = 16;
+  static std::string WellListName(const WellListRecord& list);
+  static void SetWellListName(WellListRecord& list, const std::string& zName);
+  // Back to one unused named record and an empty "ACTIVE" list.
+  void InitWellLists();
+  // Names to well positions, in the order of the names; every free well of
+  // an equal name (with case) enters once.
+  void GetPointersToWellList(const Array<std::string>& zWellList, Array<int32_t>& iWells,
+                             int32_t& nWells) const;
+  void SetActiveWellList(const Array<std::string>& zWellList, bool& qOK, int32_t MasterList);
+  // The place of the named list of exactly that name, or -1.
+  int32_t FindWellListPosition(const std::string& zName) const;
+  void GetOneNamedWellList(const std::string& zName, Array<std::string>& zWells, int32_t& nWells,
+                           bool& qOK) const;
+  // The wells of a list as names joined by ";".
+  std::string DelimitedWellList(const WellListRecord& list) const;
+
   // ======== State, grouped by concern ===================================================
   // Each group's defaults are written once, here; InitialiseVariables resets
   // a group by assigning a fresh one and then sets what needs a computation
@@ -786,9 +909,19 @@ class VNDATA_API mxDataSet {
     MarkerSet markers;
     SectorBox box;
     bool qSectorBox = false;
+    // Well lists: the named ones (records 1..nWellListsAllocated, the first
+    // nWellLists in use) and the active one; InitWellLists fills them.
+    Array<WellListRecord> WellLists;
+    int32_t nWellLists = 0;
+    int32_t nWellListsAllocated = 0;
+    WellListRecord ActiveWellList;
+    bool qSetWELLLIST = false;
+    bool qUseWellList = false;
   };
 
-  // Selections: the only-list, row and column lists.
+  // Selections and small lists: the only-list, the row mask (SetMask), the
+  // row and column lists (the column list is the extracts' column mask),
+  // grid names, source files and the texts of volumetric calculations.
   struct ListFields {
     std::string zOnly;
     Array2<uint8_t> bOnly;
@@ -796,9 +929,22 @@ class VNDATA_API mxDataSet {
     bool qRowMask = false;
     Array<int32_t> iRowMask;
     int32_t nRowMask = 0;
-    bool qColumnMask = false;
-    Array<int32_t> iColumnMask;
-    int32_t nColumnMask = 0;
+    bool qRowList = false;
+    Array<int32_t> iRowList = Array<int32_t>(1, 1);
+    int32_t nRowList = 0;
+    bool qColumnList = false;
+    Array<int32_t> iColumnList = Array<int32_t>(1, 1);
+    int32_t nColumnList = 0;
+    // Grid names: 16 bytes a record, (1..16, 1..nGrids), blank filled.
+    Array2<uint8_t> bGridNames;
+    int32_t nGrids = 1;
+    std::shared_ptr<ByteStore> xFileList;
+    int32_t nFiles = 0;
+    // One file a column, from the location table of columns read on demand.
+    bool qFileIndexSet = false;
+    Array<int32_t> iFileIndex;
+    int32_t nVolumetricCalcs = 0;
+    Array<std::string> zVCTimeSteps, zVCVectors, zVCRegions, zVCCalculations, zVCWeight;
   };
 
   // Row ranges of items, by "class item".

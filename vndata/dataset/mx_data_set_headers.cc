@@ -203,12 +203,12 @@ void mxDataSet::bExtractHeaders(Array2<uint8_t>& bHeaders, bool& qOK) {
     bool qPacked = false;
     packbHeaders(all, qPacked);
     if (!qPacked) return;
-    if (lists_.qColumnMask) {
+    if (lists_.qColumnList) {
       // Only the records of the selected columns, in the order of the selection.
       Array2<uint8_t> kept;
-      BlankHeaders(kept, lists_.nColumnMask);
-      for (int32_t j = 1; j <= lists_.nColumnMask; ++j)
-        std::memcpy(&kept(1, j), &all(1, lists_.iColumnMask(j)), kPackedRecordSize);
+      BlankHeaders(kept, lists_.nColumnList);
+      for (int32_t j = 1; j <= lists_.nColumnList; ++j)
+        std::memcpy(&kept(1, j), &all(1, lists_.iColumnList(j)), kPackedRecordSize);
       bHeaders.Swap(kept);
     } else {
       bHeaders.Swap(all);

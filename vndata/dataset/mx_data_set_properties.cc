@@ -47,6 +47,8 @@ void mxDataSet::InitialiseVariables() {
   lists_ = ListFields{};
   lists_.bOnly.ReDim(1, kOnlyRecordSize, 1, 1);
   lists_.bOnly.Fill(' ');
+  lists_.bGridNames.ReDim(1, kGridNameWidth, 1, 1);
+  lists_.bGridNames.Fill(' ');
 
   // One buffer of 1 by 1 with no rows in use, one column record, no columns.
   rows_ = RowFields{};
@@ -57,6 +59,7 @@ void mxDataSet::InitialiseVariables() {
   headers_.columns.ReDim(1, 1);
   headers_.pools.ReDim(1, kNumAttributes);
   wells_ = WellFields{};
+  InitWellLists();
   caches_ = CacheFields{};
   fetch_ = FetchFields{};
   qInitialised_ = qIsDirty_ = false;

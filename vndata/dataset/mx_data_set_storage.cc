@@ -467,7 +467,7 @@ void mxDataSet::ExtractDataArrayBuffer(int32_t iBuffer, Array2<float>& arr2d, bo
     if (buf.nCapacity < 1) return;
     // An extract gives the whole array, not only the rows in use.
     const int32_t nRows = lists_.qRowMask ? lists_.nRowMask : buf.nCapacity;
-    const int32_t nCols = lists_.qColumnMask ? lists_.nColumnMask : headers_.nCols;
+    const int32_t nCols = lists_.qColumnList ? lists_.nColumnList : headers_.nCols;
     if (nRows < 1 || nCols < 1) return;
     Array2<float> fresh;
     const bool qReuse = arr2d.IsAllocated() && arr2d.LBound(1) == 1 && arr2d.UBound(1) == nRows &&
@@ -475,7 +475,7 @@ void mxDataSet::ExtractDataArrayBuffer(int32_t iBuffer, Array2<float>& arr2d, bo
     Array2<float>& out = qReuse ? arr2d : fresh;
     if (!qReuse) out.ReDim(1, nRows, 1, nCols);
     const std::size_t colBytes = sizeof(float) * static_cast<std::size_t>(nRows);
-    if (!lists_.qRowMask && !lists_.qColumnMask) {
+    if (!lists_.qRowMask && !lists_.qColumnList) {
       const int32_t nHeld = buf.values.UBound(2);
       if (nCols <= nHeld)
         std::memcpy(out.data(), buf.values.data(), colBytes * static_cast<std::size_t>(nCols));
@@ -483,10 +483,10 @@ void mxDataSet::ExtractDataArrayBuffer(int32_t iBuffer, Array2<float>& arr2d, bo
         for (int32_t j = 1; j <= nHeld; ++j) std::memcpy(out.Column(j), buf.values.Column(j), colBytes);
     } else if (!lists_.qRowMask) {
       for (int32_t j = 1; j <= nCols; ++j)
-        std::memcpy(out.Column(j), buf.values.Column(lists_.iColumnMask(j)), colBytes);
+        std::memcpy(out.Column(j), buf.values.Column(lists_.iColumnList(j)), colBytes);
     } else {
       for (int32_t j = 1; j <= nCols; ++j) {
-        const int32_t src = lists_.qColumnMask ? lists_.iColumnMask(j) : j;
+        const int32_t src = lists_.qColumnList ? lists_.iColumnList(j) : j;
         for (int32_t i = 1; i <= nRows; ++i) out(i, j) = buf.values(lists_.iRowMask(i), src);
       }
     }

@@ -521,6 +521,69 @@ class VNDATA_API mxDataStore {
   bool DSGetIndexRange(int32_t iDataSet, const std::string& zClass, const std::string& zItem,
                        int32_t& iStart, int32_t& iEnd);
 
+  // ---- Grid names, files, row and column lists, well lists: one block, each
+  // member's slot before it.
+  // 3, 4: the lists as values (unallocated for no list).
+  Array<int32_t> get_DSColumnList(int32_t iDataSet);
+  void let_DSColumnList(int32_t iDataSet, const Array<int32_t>& iColumnList);
+  Array<int32_t> get_DSRowList(int32_t iDataSet);
+  void let_DSRowList(int32_t iDataSet, const Array<int32_t>& iRowList);
+  // 5
+  bool get_DSqUseWellList(int32_t iDataSet);
+  void let_DSqUseWellList(int32_t iDataSet, bool qUseWellList);
+  // 71, 72. The file list is taken over only by a valid position.
+  void DSSetMask(int32_t iDataSet, bool qMask, const Array<int32_t>& iMask, int32_t nMask,
+                 bool& qOK);
+  void DSSetFileList(int32_t iDataSet, std::shared_ptr<ByteStore>& xFileList, int32_t nFiles,
+                     bool& qOK);
+  // 116..118
+  void DSSetGridNames(int32_t iDataSet, const Array<uint8_t>& bGridNames, bool& qOK);
+  void DSGetGridNames(int32_t iDataSet, Array<std::string>& zGridNames, bool& qOK);
+  void DSGetGridName(int32_t iDataSet, int32_t iRow, std::string& zGridName, bool& qOK);
+  // 131: the only-list, the row and the column list back to none.
+  bool DSClearLists(int32_t iDataSet);
+  // 146..149
+  void DSGetColumnList(int32_t iDataSet, Array<int32_t>& iColumnList, int32_t& nColumnList,
+                       bool& qOK);
+  void DSGetRowList(int32_t iDataSet, Array<int32_t>& iRowList, int32_t& nRowList, bool& qOK);
+  void DSSetColumnList(int32_t iDataSet, const Array<int32_t>& iColumnList, int32_t nColumnList,
+                       bool& qOK);
+  void DSSetRowList(int32_t iDataSet, const Array<int32_t>& iRowList, int32_t nRowList, bool& qOK);
+  // 154, 155: the name after (or before) zWell, any case; a name not in the
+  // list gives the first (or the last). WellListNextItem steps through the
+  // active list and only while the host uses it; WellNextItem through that
+  // list or else all the wells of the data set.
+  void WellListNextItem(int32_t iDataSet, const std::string& zWell, bool qWrapSearch,
+                        bool qBackwards, std::string& zNextWell, bool& qOK);
+  void WellNextItem(int32_t iDataSet, const std::string& zWell, bool qWrapSearch, bool qBackwards,
+                    std::string& zNextWell, bool& qOK);
+  // 165: the active list when the host uses it and it has a first name,
+  // else GetAllWells. qOK is true whatever the position.
+  void DSGetWellListOrAll(int32_t iDataSet, Array<std::string>& zWells, int32_t& NumFound,
+                          bool& qOK);
+  // 202..211
+  bool DSqSetWellList(int32_t iDataSet);
+  // Sets the active list from those of the names that are wells of the data
+  // set (GetAllWells). With none a well, the names go as they came and qOK
+  // stays false; a bad position gives qOK true.
+  void DSSetWellList(int32_t iDataSet, const Array<std::string>& zWellList, bool& qOK);
+  void DSGetWellsInWellList(int32_t iDataSet, Array<std::string>& zWells, int32_t& nWells,
+                            bool& qOK);
+  void DSGetWellList(int32_t iDataSet, Array<std::string>& zWells, int32_t& nWells, bool& qOK);
+  void WDS_DSGetOriginWellLists(int32_t iDataSet, int32_t& nLists, Array<std::string>& zNames,
+                                Array<std::string>& zDelimited, bool& qOK);
+  void WDS_DSGetWellListArray(int32_t iDataSet, const std::string& zName, int32_t& nWells,
+                              Array<std::string>& zWells, bool& qOK);
+  void WDS_GetWellList(int32_t iDataSet, Array<std::string>& zWells, int32_t& nWells, bool& qOK);
+  void WDS_GetWellListDetailsByName(int32_t iDataSet, const std::string& zName, int32_t& nWells,
+                                    Array<std::string>& zWells, std::string& zDelimited,
+                                    bool& qOK);
+  // The name may come back changed (see mxDataSet::WH_AppendWellList).
+  bool WSH_AppendNamedWellList(int32_t iDataSet, const Array<std::string>& zWellList,
+                               std::string& zThisListName);
+  bool WSH_AppendNamedWellList(int32_t iDataSet, const Array<std::string>& zWellList);
+  void WSH_DeleteWellListByName(int32_t iDataSet, const std::string& zName, bool& qOK);
+
   // ---- Outside the slot list
   // The time history of one cell over the array data sets: for each data set
   // of exactly the same Origin, FileType and LGRName as iDataSet that has the
