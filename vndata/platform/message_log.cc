@@ -9,6 +9,8 @@ MessageLog& MessageLog::Shared() {
   return log;
 }
 
+void MessageLog::ReleaseShared() { Shared() = MessageLog(); }
+
 static void AppendLine(const std::string& zFile, const std::string& zText) {
   if (std::FILE* f = std::fopen(zFile.c_str(), "ab")) {
     std::fwrite(zText.data(), 1, zText.size(), f);

@@ -18,6 +18,9 @@ class VNDATA_API MessageLog {
 
   // The thread's log, created on first use.
   static MessageLog& Shared();
+  // Ends the thread's log: its lines, file and callback go, and the next
+  // use starts a fresh one (the library's shut-down).
+  static void ReleaseShared();
 
   void Add(const std::string& zText, bool qFlag);
   // The kept lines, oldest first.
