@@ -227,6 +227,22 @@ TEST(DerivedViews, OnlyTheMatrixPresentGivesTheMatrixValuesTwice) {
   }
 }
 
+TEST(DerivedViews, ADualArrayOfNoValuesIsTracedUnderItsRoutine) {
+  LogCapture log;
+  mxDataSet ds;
+  BuildNamed(ds, {"PORO"});
+  int32_t nValues = 0, iM = 0, iF = 0;
+  Array<float> s{4.f};
+  bool qOK = true;
+  ds.getDualPorosityArray("PORO", 1, nValues, iM, iF, s, qOK);
+  EXPECT_FALSE(qOK);
+  EXPECT_EQ(nValues, 0);
+  EXPECT_EQ(s(1), 4.f);
+  ASSERT_EQ(log.Lines().size(), 1u);
+  EXPECT_EQ(log.Lines()[0],
+            "Error:Subscript out of range (No.9) In [mxDataSet (Code) (getDualPorosityArray)] ");
+}
+
 TEST(DerivedViews, NoHalfPresentFallsBackToTheColumnGiven) {
   mxDataSet ds;
   BuildNamed(ds, {"TIME", "POR"});

@@ -875,6 +875,10 @@ class VNDATA_API mxDataSet {
   bool TableColumn(int32_t iColumn, Array<float>& sValues);
   // Fills a buffer from the table's product form before an extract.
   void FillBufferFromTable(int32_t iBuffer);
+  // Reads a column for a one-off view. Seam for the column fetch: a column
+  // not loaded yet is to be read with qDeleteNow set, so that it goes back to
+  // disk after the read; today every column read is in memory.
+  bool ReadColumnOnce(int32_t iColumn, Array<float>& sValues);
   void TernaryScan(const std::array<std::array<const char*, 2>, 3>& zNames, bool& qTernExists,
                    Array<int32_t>& iTern, float& sOil, float& sGas, float& sWat, bool& qOK);
 

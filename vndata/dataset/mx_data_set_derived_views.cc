@@ -65,7 +65,7 @@ void mxDataSet::TernaryScan(const TernaryNames& zNames, bool& qTernExists, Array
 void mxDataSet::GetTernaryColumns(bool& qTernExists, Array<int32_t>& iTern, float& sTernOilMin,
                                   float& sTernGasMin, float& sTernWatMin, bool& qOK) {
   qOK = false;
-  RunGuarded("mxDataSet  (GetTernaryColumns)", [&] {
+  RunGuarded("mxDataSet (Code) (GetTernaryColumns)", [&] {
     TernaryScan(kTernaryNames, qTernExists, iTern, sTernOilMin, sTernGasMin, sTernWatMin, qOK);
   });
 }
@@ -74,7 +74,7 @@ void mxDataSet::GetTernaryColumnsDP(bool& qTernExists, Array<int32_t>& iTern, fl
                                     float& sTernGasMin, float& sTernWatMin, bool qDPMatrix,
                                     bool& qOK) {
   qOK = false;
-  RunGuarded("mxDataSet  (GetTernaryColumnsDP)", [&] {
+  RunGuarded("mxDataSet (Code) (GetTernaryColumnsDP)", [&] {
     const TernaryNames& zNames = !IsSimulator(source_.zSimulator, "VIP") ? kEclipseNames
                                  : qDPMatrix                              ? kVipMatrixNames
                                                                           : kVipFractureNames;
@@ -111,7 +111,7 @@ void mxDataSet::GetAllValuesPtrs(Array<std::intptr_t>& iPtrs, int32_t& NumPtrs,
                                  Array<std::string>& zHeads, Array<uint8_t>& bHeads,
                                  Array<float>& sMins, Array<float>& sMaxs,
                                  Array<std::intptr_t>& iTern) {
-  RunGuarded("mxDataSet  (GetAllValuesPtrs)", [&] {
+  RunGuarded("mxDataSet (Code) (GetAllValuesPtrs)", [&] {
     NumPtrs = headers_.nCols;
     if (NumPtrs < 1) return;
     iPtrs.ReDim(1, NumPtrs);
@@ -148,11 +148,15 @@ void mxDataSet::GetAllValuesPtrs(Array<std::intptr_t>& iPtrs, int32_t& NumPtrs,
 
 // ---- Dual porosity arrays -------------------------------------------------------------------------
 
+bool mxDataSet::ReadColumnOnce(int32_t iColumn, Array<float>& sValues) {
+  return GetValues(iColumn, sValues);
+}
+
 void mxDataSet::DualPorosityArrayNames(const std::string& zArray, int32_t iCol, std::string& zMatrix,
                                        int32_t& iMatrix, std::string& zFracture, int32_t& iFracture,
                                        bool& qOK) {
   qOK = false;
-  RunGuarded("mxDataSet  (DualPorosityArrayNames)", [&] {
+  RunGuarded("mxDataSet (Code) (DualPorosityArrayNames)", [&] {
     auto single = [&] {
       zMatrix = zFracture = zArray;
       iMatrix = iFracture = iCol;
@@ -198,15 +202,13 @@ void mxDataSet::getDualPorosityArray(const std::string& zArray, int32_t iCol, in
                                      int32_t& iMatrix, int32_t& iFracture, Array<float>& sValues,
                                      bool& qOK) {
   qOK = false;
-  RunGuarded("mxDataSet  (getDualPorosityArray)", [&] {
+  RunGuarded("mxDataSet (Code) (getDualPorosityArray)", [&] {
     std::string zMatrix, zFracture;
     bool qNames = false;
     DualPorosityArrayNames(zArray, iCol, zMatrix, iMatrix, zFracture, iFracture, qNames);
-    // Each half is read the way any column is; a column fetched for the read
-    // is dropped again afterwards. (The drop arrives with the column fetch.)
     Array<float> sMatrix, sFracture;
-    GetValues(iMatrix, sMatrix);
-    GetValues(iFracture, sFracture);
+    ReadColumnOnce(iMatrix, sMatrix);
+    ReadColumnOnce(iFracture, sFracture);
     Array<float> out(1, 2 * nValues);
     out.Fill(0.0f);
     const std::size_t n = static_cast<std::size_t>(nValues);
