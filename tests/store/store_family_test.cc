@@ -11,6 +11,7 @@
 #include <string>
 
 #include "tests/store/store_fixtures.h"
+#include "vndata/dataset/mx_table.h"
 #include "vndata/foundation/packed_headers.h"
 #include "vndata/platform/byte_store.h"
 #include "vndata/store/internal/store_family.h"
@@ -837,6 +838,66 @@ const std::map<std::string, Walk>& PresentMembers() {
          bool qOK = false;
          s.WSH_DeleteWellListByName(p, "A", qOK);
          EXPECT_FALSE(qOK);
+       }},
+      // ---- The table and the ternary columns
+      {"DSSetTable", [](mxDataStore& s, int32_t p) {
+         bool qOK = true;
+         s.DSSetTable(p, std::make_shared<mxTable>(), qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_FALSE(s.DSTableSet(1));
+       }},
+      {"DSTableSet", [](mxDataStore& s, int32_t p) { EXPECT_FALSE(s.DSTableSet(p)); }},
+      {"DSGetTabulatedValue", [](mxDataStore& s, int32_t p) {
+         float v = 4.f;
+         bool qOK = true;
+         s.DSGetTabulatedValue(p, Array<int32_t>{1}, v, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(v, 4.f);
+       }},
+      {"DSGetTableVariableValue", [](mxDataStore& s, int32_t p) {
+         float v = 4.f;
+         bool qOK = true;
+         s.DSGetTableVariableValue(p, 1, 1, v, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(v, 4.f);
+       }},
+      {"DSGetNumberVarsInTable", [](mxDataStore& s, int32_t p) {
+         int32_t n = 4;
+         bool qOK = true;
+         s.DSGetNumberVarsInTable(p, n, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(n, 4);
+       }},
+      {"GetTernaryColumns", [](mxDataStore& s, int32_t p) {
+         bool qExists = true, qOK = true;
+         Array<int32_t> iTern{9};
+         float a = 1.f, b = 2.f, c = 3.f;
+         s.GetTernaryColumns(p, qExists, iTern, a, b, c, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_TRUE(qExists);
+         EXPECT_EQ(iTern.UBound(), 1);
+         EXPECT_EQ(a + b + c, 6.f);
+       }},
+      {"GetTernaryColumnsDP", [](mxDataStore& s, int32_t p) {
+         bool qExists = true, qOK = true;
+         Array<int32_t> iTern{9};
+         float a = 1.f, b = 2.f, c = 3.f;
+         s.GetTernaryColumnsDP(p, qExists, iTern, a, b, c, true, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_TRUE(qExists);
+         EXPECT_EQ(iTern.UBound(), 1);
+         EXPECT_EQ(a + b + c, 6.f);
+       }},
+      {"qTernaryColsExist", [](mxDataStore& s, int32_t p) {
+         EXPECT_FALSE(s.get_qTernaryColsExist(p));
+       }},
+      {"qTernaryColsExistDP", [](mxDataStore& s, int32_t p) {
+         EXPECT_FALSE(s.get_qTernaryColsExistDP(p, false));
+       }},
+      {"GetTernaryDataLimits", [](mxDataStore& s, int32_t p) {
+         float a = 1.f, b = 2.f, c = 3.f;
+         s.GetTernaryDataLimits(p, a, b, c);
+         EXPECT_EQ(a + b + c, 6.f);
        }},
       {"qIsVectorLoaded", [](mxDataStore& s, int32_t p) {
          EXPECT_FALSE(s.get_qIsVectorLoaded(p, 1));

@@ -32,6 +32,7 @@ namespace vndata {
 class mxAutomaticDQ;
 class mxDataStore;
 class mxNotifyData;
+class mxTable;
 
 // InitSourceData with the success flag of the description-array operations.
 VNDATA_API void InitSourceData(Array<Variant>& vAttributes, bool& qOK);
@@ -588,8 +589,7 @@ class VNDATA_API mxDataSet {
                     int32_t& kZU) const;
   void SetSectorBox(int32_t iXL, int32_t iXU, int32_t jYL, int32_t jYU, int32_t kZL, int32_t kZU);
 
-  // ======== Grid names, files, row and column lists =======================================
-  // Names ended by a blank, each cut to 16 bytes: a name after the last
+  // ======== Grid names, files, row and column lists ================================  // Names ended by a blank, each cut to 16 bytes: a name after the last
   // blank is dropped; with no blank at all the first 16 bytes are one name.
   void SetGridNames(const Array<uint8_t>& bGridNames, bool& qOK);
   // One name per element 1..UBound, each cut to 16 bytes.
@@ -684,6 +684,49 @@ class VNDATA_API mxDataSet {
   // The row mask of reads: with qMask and nMask above 0 the count and a copy
   // of iMask, otherwise no mask.
   void SetMask(bool qMask, const Array<int32_t>& iMask, int32_t nMask, bool& qOK);
+  // ======== Table and derived views =====================================================
+  // One tabulated function, held by reference (a copy of the data set shares
+  // it). While a table is set, column limits are always computed afresh from
+  // the table's column view and an extract is filled from its product form.
+  bool get_qTableSet() const { return table_.qTableSet; }
+  void let_qTableSet(bool q);
+  void SetTable(const std::shared_ptr<mxTable>& cTable, bool& qOK);
+  // The table held; qOK false when none is set.
+  void GetTable(std::shared_ptr<mxTable>& cTable, bool& qOK) const;
+  // Forwarded to the table when one is set; false otherwise.
+  void GetTabulatedValue(const Array<int32_t>& iVars, float& dVal, bool& qOK);
+  void GetTableVariableValue(int32_t iVariable, int32_t Index, float& vData, bool& qOK);
+  void GetNumberVarsInTable(int32_t& nVariables, bool& qOK);
+  // The saturation columns of a ternary diagram: iTern(1..3) the oil, gas and
+  // water columns ("SO"/"SOM", "SG"/"SGM", "SW"/"SWM", any case), the last
+  // match of a phase winning; with all three the minima of their records.
+  void GetTernaryColumns(bool& qTernExists, Array<int32_t>& iTern, float& sTernOilMin,
+                         float& sTernGasMin, float& sTernWatMin, bool& qOK);
+  // The same with the names of the simulator: "SOIL"/"SO"... outside VIP;
+  // in VIP the matrix ("SOM"/"SO"...) or the fracture ("SOF"...) names.
+  void GetTernaryColumnsDP(bool& qTernExists, Array<int32_t>& iTern, float& sTernOilMin,
+                           float& sTernGasMin, float& sTernWatMin, bool qDPMatrix, bool& qOK);
+  // Whether the three columns exist; when they do their minima are kept for
+  // GetTernaryDataLimits.
+  bool qTernaryColsExist();
+  bool qTernaryColsExistDP(bool qDPMatrix);
+  void GetTernaryDataLimits(float& sTernOilLimit, float& sTernGasLimit, float& sTernWatLimit) const;
+  // Every column's address, name and limits in one call, with the ternary
+  // columns by phase in iTern(1..6) (the fracture slots 4..6 in VIP only).
+  // Columns still on disk are not loaded for it: address and limits 0.
+  void GetAllValuesPtrs(Array<std::intptr_t>& iPtrs, int32_t& NumPtrs, Array<std::string>& zHeads,
+                        Array<uint8_t>& bHeads, Array<float>& sMins, Array<float>& sMaxs,
+                        Array<std::intptr_t>& iTern);
+  // The matrix and fracture names and columns of a dual porosity array. Only
+  // VIP and NEXUS data sets have two halves; otherwise, and when only one
+  // half is present, both halves are the column given or found.
+  void DualPorosityArrayNames(const std::string& zArray, int32_t iCol, std::string& zMatrix,
+                              int32_t& iMatrix, std::string& zFracture, int32_t& iFracture,
+                              bool& qOK);
+  // The matrix values then the fracture values, nValues each; nValues is
+  // doubled.
+  void getDualPorosityArray(const std::string& zArray, int32_t iCol, int32_t& nValues,
+                            int32_t& iMatrix, int32_t& iFracture, Array<float>& sValues, bool& qOK);
 
   // ======== Memory squeeze ==============================================================
   // Fills a buffer from dArray by way of the scratch file when memory is too
@@ -980,6 +1023,23 @@ class VNDATA_API mxDataSet {
     bool qTableMode = false;
   };
 
+  // The table held, and the minima of the ternary columns last found.
+  struct TableFields {
+    bool qTableSet = false;
+    std::shared_ptr<mxTable> cTable;
+    float sTernOilLimit = 0.0f, sTernGasLimit = 0.0f, sTernWatLimit = 0.0f;
+  };
+  // The table's column view for CalcMinMax.
+  bool TableColumn(int32_t iColumn, Array<float>& sValues);
+  // Fills a buffer from the table's product form before an extract.
+  void FillBufferFromTable(int32_t iBuffer);
+  // Reads a column for a one-off view. Seam for the column fetch: a column
+  // not loaded yet is to be read with qDeleteNow set, so that it goes back to
+  // disk after the read; today every column read is in memory.
+  bool ReadColumnOnce(int32_t iColumn, Array<float>& sValues);
+  void TernaryScan(const std::array<std::array<const char*, 2>, 3>& zNames, bool& qTernExists,
+                   Array<int32_t>& iTern, float& sOil, float& sGas, float& sWat, bool& qOK);
+
   SourceFields source_;
   ReadingFields reading_;
   PlotFields plot_;
@@ -990,6 +1050,7 @@ class VNDATA_API mxDataSet {
   ListFields lists_;
   CacheFields caches_;
   FetchFields fetch_;
+  TableFields table_;
   std::shared_ptr<mxAutomaticDQ> xADQ_;
   bool qInitialised_ = false, qIsDirty_ = false;
 };

@@ -338,13 +338,13 @@ std::intptr_t mxDataSet::ColumnAddress(int32_t ThisCol, int32_t ThisRow) {
 
 std::intptr_t mxDataSet::ValuesPtr(int32_t ThisCol) {
   std::intptr_t iPtr = 0;
-  RunGuarded("mxDataSet  (ValuesPtr)", [&] { iPtr = ColumnAddress(ThisCol, 1); });
+  RunGuarded("mxDataSet (Code) (ValuesPtr)", [&] { iPtr = ColumnAddress(ThisCol, 1); });
   return iPtr;
 }
 
 std::intptr_t mxDataSet::ValuesRowPtr(int32_t ThisCol, int32_t ThisRow) {
   std::intptr_t iPtr = 0;
-  RunGuarded("mxDataSet  (ValuesRowPtr)", [&] { iPtr = ColumnAddress(ThisCol, ThisRow); });
+  RunGuarded("mxDataSet (Code) (ValuesRowPtr)", [&] { iPtr = ColumnAddress(ThisCol, ThisRow); });
   return iPtr;
 }
 

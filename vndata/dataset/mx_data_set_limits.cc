@@ -148,11 +148,15 @@ void mxDataSet::CalcMinMax(int32_t iColumn, float& dMinVal, float& dMaxVal, bool
   dMaxVal = kLimitSeedMax;
   RunGuarded("mxDataSet  (CalcMinMax)", [&] {
     if (!ValidColumn(iColumn, true)) return;
-    // Columns on disk take their values from their loaded record, and a data
-    // set presenting a tabulated function from the table; both arrive with
-    // those pieces. Otherwise the values are the column's rows.
+    // Columns on disk take their values from their loaded record (that
+    // arrives with the column fetch), a data set holding a tabulated function
+    // from the table's column view, and otherwise from the column's rows.
     Array<float> values;
-    if (!GetValues(iColumn, values)) return;
+    if (fetch_.qTableMode) {
+      if (!TableColumn(iColumn, values)) return;
+    } else if (!GetValues(iColumn, values)) {
+      return;
+    }
     float mn = kLimitSeedMin, mx = kLimitSeedMax;
     VectorMinMaxCore(values.data(), static_cast<int64_t>(values.size()), mn, mx);
     COLUMNDATA& col = headers_.columns(iColumn);

@@ -460,8 +460,8 @@ void mxDataSet::ExtractDataArrayBuffer(int32_t iBuffer, Array2<float>& arr2d, bo
   qOK = false;
   RunGuarded("mxDataSet  (ExtractDataArrayBuffer)", [&] {
     if (!qInitialised_) return;
-    // A data set presenting a tabulated function fills its buffer from the
-    // table first; that arrives with tables.
+    // A data set holding a tabulated function shows the table's rows.
+    if (table_.qTableSet) FillBufferFromTable(iBuffer);
     DATABUFFER& buf = rows_.buffers(iBuffer);
     buf.nCapacity = buf.values.UBound(1);
     if (buf.nCapacity < 1) return;

@@ -32,6 +32,7 @@ namespace vndata {
 
 class mxDQStore;
 class mxDerivedQuantity;
+class mxTable;
 
 class VNDATA_API mxDataStore {
  public:
@@ -515,6 +516,24 @@ class VNDATA_API mxDataStore {
   int32_t get_NumWells(int32_t iDataSet);
   bool get_qIsVectorLoaded(int32_t iDataSet, int32_t iVector);
   void let_qIsVectorLoaded(int32_t iDataSet, int32_t iVector, bool qLoaded);
+
+  // 119..123: the data set's table, and 216..220: its ternary columns.
+  void DSSetTable(int32_t iDataSet, const std::shared_ptr<mxTable>& cTable, bool& qOK);
+  // Whether the data set holds a table (its qTableSet).
+  bool DSTableSet(int32_t iDataSet);
+  void DSGetTabulatedValue(int32_t iDataSet, const Array<int32_t>& iVars, float& dVal, bool& qOK);
+  void DSGetTableVariableValue(int32_t iDataSet, int32_t iVariable, int32_t Index, float& vData,
+                               bool& qOK);
+  void DSGetNumberVarsInTable(int32_t iDataSet, int32_t& nVariables, bool& qOK);
+  void GetTernaryColumns(int32_t iDataSet, bool& qTernExists, Array<int32_t>& iTern,
+                         float& sTernOilMin, float& sTernGasMin, float& sTernWatMin, bool& qOK);
+  void GetTernaryColumnsDP(int32_t iDataSet, bool& qTernExists, Array<int32_t>& iTern,
+                           float& sTernOilMin, float& sTernGasMin, float& sTernWatMin,
+                           bool qDPMatrix, bool& qOK);
+  bool get_qTernaryColsExist(int32_t iDataSet);
+  bool get_qTernaryColsExistDP(int32_t iDataSet, bool qDPMatrix);
+  void GetTernaryDataLimits(int32_t iDataSet, float& sTernOilLimit, float& sTernGasLimit,
+                            float& sTernWatLimit);
 
   // 235: the rows of an item's active life; false always, as the data set
   // answers, with the rows in iStart and iEnd.
