@@ -1,6 +1,7 @@
 // mxDataSet, fetch on demand: the location table, the reading of its flag
 // word, the opening and closing of the source file and the row count.
 #include <algorithm>
+#include <filesystem>
 
 #include "vndata/dataset/internal/fod_flags.h"
 #include "vndata/dataset/mx_data_set.h"
@@ -19,6 +20,14 @@ namespace {
 // record layer's own default, since the reader takes the blocking of a
 // record from its length markers.
 constexpr int32_t kFetchRecordOption = 0;
+
+// Whether the file on disk still has the length the open file was opened
+// with.
+bool SameLength(const RecordFile& file) {
+  std::error_code ec;
+  const std::uintmax_t n = std::filesystem::file_size(file.get_FileName(), ec);
+  return !ec && n == static_cast<std::uintmax_t>(file.FileSize());
+}
 
 // Whether first..first+count-1 lies inside the array.
 template <class T>
@@ -325,8 +334,9 @@ void mxDataSet::InitFOD(bool qOpen, int32_t iCol, std::shared_ptr<RecordFile>& c
     const std::string zName = GetFileName(iCol);
     if (cFILETYPE) {
       // The file of the last read serves the next one while it is open
-      // under the same name; a handle whose open failed is not kept.
-      if (cFILETYPE->IsOpen() && cFILETYPE->get_FileName() == zName) {
+      // under the same name; a handle whose open failed is not kept, nor one
+      // whose file has changed length since (cut short, or written again).
+      if (cFILETYPE->IsOpen() && cFILETYPE->get_FileName() == zName && SameLength(*cFILETYPE)) {
         qOK = true;
         return;
       }
