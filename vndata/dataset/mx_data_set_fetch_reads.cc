@@ -290,7 +290,9 @@ void mxDataSet::SetValuesFOD(int32_t Row, int32_t Column, float dVal) {
     float* v = HeldCells(Column, n);
     if (v == nullptr || Row < 1 || Row > n) RaiseFault(kFaultSubscript);
     v[Row - 1] = dVal;
-    UpDateColumnLimits(Column, dVal);
+    // Known limits widen by the value; limits not known yet (a column just
+    // loaded) are computed from all its values when next asked for.
+    if (headers_.columns(Column).qLimitsValid) UpDateColumnLimits(Column, dVal);
     qIsDirty_ = true;
   });
 }
