@@ -904,6 +904,54 @@ const std::map<std::string, Walk>& PresentMembers() {
          s.let_qIsVectorLoaded(p, 1, true);
          EXPECT_FALSE(s.get_qIsVectorLoaded(1, 1));
        }},
+      {"AssignFODPointers", [](mxDataStore& s, int32_t p) {
+         bool qOK = true;
+         s.AssignFODPointers(p, Array<bool>{false, true, false, false, false}, Array2<int32_t>(1, 5, 1, 1),
+                             qOK);
+         EXPECT_TRUE(qOK);  // left as it was
+         EXPECT_EQ(s.DSGetFODVarType(1, 1), -1);
+       }},
+      {"AssignFODPlusPointers", [](mxDataStore& s, int32_t p) {
+         bool qOK = false;
+         s.AssignFODPlusPointers(p, Array<bool>{false, true, false, false, false},
+                                 Array2<int32_t>(1, 5, 1, 1), Array<int32_t>{1}, Array<float>{1.f}, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(s.DSGetFODVarType(1, 1), -1);
+       }},
+      {"LoadFODVector", [](mxDataStore& s, int32_t p) {
+         bool qOK = true;
+         s.LoadFODVector(p, 1, qOK);
+         EXPECT_TRUE(qOK);
+       }},
+      {"DSLoadFODVectors", [](mxDataStore& s, int32_t p) {
+         bool qOK = true;
+         s.DSLoadFODVectors(p, Array<int32_t>{1}, 1, qOK);
+         EXPECT_TRUE(qOK);
+       }},
+      {"FetchOnDemandActive", [](mxDataStore& s, int32_t p) {
+         EXPECT_FALSE(s.get_FetchOnDemandActive(p));
+         s.let_FetchOnDemandActive(p, true);
+         EXPECT_FALSE(s.get_FetchOnDemandActive(1));
+       }},
+      {"LoadAllVectors", [](mxDataStore& s, int32_t p) {
+         const auto before = s.get_NumRows(1);
+         s.let_LoadAllVectors(p, true);
+         EXPECT_EQ(s.get_NumRows(1), before);
+         EXPECT_FALSE(s.get_FetchOnDemandActive(1));
+       }},
+      {"GetLoadedFODVectors", [](mxDataStore& s, int32_t p) {
+         Array<int32_t> cols{5};
+         int32_t n = 3;
+         bool qOK = false;
+         s.GetLoadedFODVectors(p, cols, n, qOK);
+         EXPECT_FALSE(qOK);
+         EXPECT_EQ(n, 3);
+         EXPECT_EQ(cols(1), 5);
+       }},
+      {"FetchOnDemandColumnLoaded", [](mxDataStore& s, int32_t p) {
+         EXPECT_FALSE(s.FetchOnDemandColumnLoaded(p, 1));
+       }},
+      {"DSGetFODVarType", [](mxDataStore& s, int32_t p) { EXPECT_EQ(s.DSGetFODVarType(p, 1), -1); }},
   };
   return kWalks;
 }

@@ -33,6 +33,8 @@ class mxAutomaticDQ;
 class mxDataStore;
 class mxNotifyData;
 class mxTable;
+class RecordFile;
+class SimFileIO;
 
 // InitSourceData with the success flag of the description-array operations.
 VNDATA_API void InitSourceData(Array<Variant>& vAttributes, bool& qOK);
@@ -375,6 +377,150 @@ class VNDATA_API mxDataSet {
   // end where there is room; the outputs stay as they were when no value is
   // above 0.
   void GetStartAndEndTime(const Array<float>& values, int32_t& iStart, int32_t& iEnd);
+
+  // ======== Fetch on demand ==========================================================
+  // A data set on fetch on demand knows only where each column lies in its
+  // source file (the location table a reader gives); a column is read, or
+  // computed from other columns, when it is first asked for, and can be
+  // dropped again. Reads go through SimFileIO; the file stays open between
+  // reads of the same file.
+
+  // One entry of the location table. For a stored column: its count of
+  // values, the two words of its record's position and the flag word. For a
+  // derived column the position words hold the run of its arguments
+  // (iDQPtr, nDQPars), or the two operands of the complement rule.
+  struct FODPointer {
+    int32_t nValues = 0;
+    int32_t iPos1 = 0;
+    int32_t iPos2 = 0;
+    int32_t iFlags = 0;
+  };
+
+  bool get_FetchOnDemandActive() const { return fetch_.qFetchOnDemand; }
+  void let_FetchOnDemandActive(bool q) { fetch_.qFetchOnDemand = q; }
+  // True moves every column into the row buffers for good (LoadAllData).
+  bool get_LoadAllVectors() const { return fetch_.qLoadAllVectors; }
+  void let_LoadAllVectors(bool q);
+  // The location table from iPosArray(1..5, 1..NumCols): rows 1 to 4 the
+  // count, flags and the two position words, row 5 the file index. Every
+  // column becomes unloaded. A table for another column count changes
+  // nothing and gives qOK false. Settings 3 and 4 are kept swapped, and
+  // swapped back when a file is opened.
+  void AssignFODPointers(const Array<bool>& qFileTypeSettings, const Array2<int32_t>& iPosArray,
+                         bool& qOK);
+  // The same, with the argument columns of derived columns and the factors
+  // of converted ones. Under fetch on demand both wait for the load;
+  // otherwise the columns are converted and computed now when asked.
+  void AssignFODPlusPointers(const Array<bool>& qFileTypeSettings, const Array2<int32_t>& iPosArray,
+                             const Array<int32_t>& iDQArray, const Array<float>& sUCFactors,
+                             bool& qOK, bool qConvertUnitsNow = false, bool qCalculateDQsNow = false);
+  // Opens the column's file, loads the column and closes the file. False
+  // for a column already loaded; on a failed read the file stays open.
+  void LoadFODVector(int32_t ThisCol, bool& qOK);
+  // The same for a list of columns, with one open and one close.
+  void LoadFODVectors(const Array<int32_t>& iColumns, int32_t nCols, bool& qOK);
+  // One value read from the file without loading the column.
+  void LoadFODValue(int32_t ThisColumn, int32_t ThisRow, float& sValue, bool& qOK);
+  // DeleteAVector with the host told, under fetch on demand only.
+  void DeleteFODVector(int32_t iCol, bool& qOK);
+  // Drops a loaded column's values and clears its computed and converted
+  // bits. qUnload false keeps the column counted as loaded (its values then
+  // live in the row buffers). qOK is always true.
+  void DeleteAVector(int32_t iCol, bool& qOK, bool qUnload);
+  // The whole column (its column-list check passed), loaded when needed and
+  // dropped again afterwards when a drop was asked for.
+  bool GetFODVector(int32_t ThisCol, Array<float>& ThisColumnValues);
+  // The same, through the row list when one is in force.
+  bool GetFODValues(int32_t ThisCol, Array<float>& ThisColumnValues);
+  // The columns whose values are in memory.
+  void GetLoadedVectors(Array<int32_t>& iColumns, int32_t& nCols, bool& qOK);
+  // False unless on fetch on demand, for a valid column, loaded.
+  bool FetchOnDemandColumnLoaded(int32_t ThisCol) const;
+  // Limits of the loaded columns, or of iColumn alone when it is valid.
+  void InitialiseColumnLimitsFOD(bool& qOK, int32_t iColumn = 0);
+  // The flag word, read by field. Without a table, or for an invalid column,
+  // each answers its default.
+  int32_t GetFODVarType(int32_t iCol);
+  // For a stored column false with -1, -1, 0.
+  bool GetFODDerivedFlags(int32_t iCol, int32_t& iADQ, int32_t& iDQPtr, int32_t& nDQPars);
+  bool GetFODDQLoaded(int32_t iCol);
+  bool GetFODConverted(int32_t iCol);
+  // iConvPtr is -1 when nConvPars is below 1.
+  bool GetFODConvertFlags(int32_t iCol, int32_t& iConvPtr, int32_t& nConvPars);
+  // Bit 3 or bit 15.
+  bool GetFODCompress(int32_t iCol);
+  // Every field at once; the compression here is bit 3 alone.
+  void GetAllFODFlags(int32_t iCol, int32_t& iVarType, bool& qCompress, bool& qDerived,
+                      int32_t& iADQ, int32_t& iDQPtr, int32_t& nDQPars, bool& qConvert,
+                      int32_t& iConvPtr, int32_t& nConvPars, bool& qOK);
+
+  // The steps the operations above are made of.
+  // Reads or computes one column into its own values (the file must be
+  // open). An already loaded column answers true at once.
+  void LoadAVector(int32_t iCol, bool& qOK, bool qEvent);
+  // One value of a stored column from the file. A derived column computes
+  // its whole column instead and leaves sValue alone.
+  void LoadAValue(int32_t iCol, int32_t iRow, float& sValue, bool& qOK);
+  // The column's values, loaded when needed. qOK is always true.
+  void GetAVector(int32_t iCol, Array<float>& sValues, bool& qOK);
+  // The row mask's count, or the longest uncompressed column; -1 for none.
+  int32_t RowCount() const;
+  // Moves every column into one row buffer and leaves fetch on demand. The
+  // host may cancel between columns, leaving the data set half moved.
+  void LoadAllData(bool& qOK);
+  // Opens the file of column iCol into cFILETYPE (a file already open under
+  // that name is kept), or closes it; xIO goes too when qCloseIO.
+  void InitFOD(bool qOpen, int32_t iCol, std::shared_ptr<RecordFile>& cFILETYPE,
+               std::shared_ptr<SimFileIO>& xIO, bool qCloseIO, bool& qOK);
+  void GetFODValue(int32_t iRow, int32_t iCol, float& sValue, bool& qOK);
+  // Row iRow of every column (1..NumCols).
+  void GetRowValuesFOD(int32_t iRow, Array<float>& sValues, bool& qOK);
+  // Rows iRow1..iRow2 of every column; the two are put in order in the
+  // caller's variables. The columns stay loaded.
+  void GetMultipleRowValuesFOD(int32_t& iRow1, int32_t& iRow2, Array2<float>& sValues, bool& qOK);
+  // The extracts of the loaded columns (of the column list, when one is in
+  // force); FODExtractArray reads every column.
+  void FODExtractHeaders(Array<std::string>& zHeaders, bool& qOK);
+  void FODbExtractHeaders(Array2<uint8_t>& bHeaders, bool& qOK);
+  void FODExtractDataArray(Array2<float>& sData, int32_t& nCols, bool& qOK);
+  void FODExtractArray(Array2<float>& sData, int32_t& nCols, bool& qOK);
+  // A cell written into the column's own values (loading it first).
+  void SetValuesFOD(int32_t Row, int32_t Column, float dVal);
+
+
+ private:
+  // The column's entry of the location table; null without a table or for
+  // a column outside it.
+  const FODPointer* FODEntry(int32_t iCol) const;
+  FODPointer* FODEntry(int32_t iCol);
+  // The values a column holds: its own, or for a column moved into the row
+  // buffers by LoadAllData its cells there. Null with n 0 for none.
+  const float* HeldValues(int32_t iCol, int32_t& n) const;
+  // Whether the column list lets the column through.
+  bool InColumnList(int32_t iCol) const;
+  // Branch A of LoadAVector: a column stored in the file.
+  void LoadStoredColumn(int32_t iCol, bool& qOK);
+  // Branch B: a column computed from others. False when the load ends
+  // without its completion (an argument could not be read).
+  bool LoadDerivedColumn(int32_t iCol, int32_t iADQ, int32_t iDQPtr, int32_t nDQPars, bool& qOK);
+  // The complement rule of a derived column (value 1 less its operands).
+  bool LoadComplementColumn(int32_t iCol, bool& qOK);
+  // The column's cells at rows as held, for writing (own values, or the
+  // row buffer of a column moved there); null for none.
+  float* HeldCells(int32_t iCol, int32_t& n);
+  // The work block of a derived column: its nDQPars argument columns, each
+  // of nRows values. qDrop drops arguments that were loaded for it.
+  bool DerivedArguments(int32_t iDQPtr, int32_t nDQPars, int32_t nRows, bool qDrop,
+                        Array2<float>& work);
+  // The factors of a converted column, when the table holds them.
+  bool ConversionFactors(int32_t iCol, Array<float>& factors, int32_t& nFactors);
+  // The location table's copy steps shared by the two Assign operations.
+  void AssignTable(const Array<bool>& qFileTypeSettings, const Array2<int32_t>& iPosArray);
+  void ConvertAndComputeNow(bool qConvertUnitsNow, bool qCalculateDQsNow);
+  // The common frame of GetFODVector and GetFODValues.
+  bool FetchColumn(int32_t ThisCol, Array<float>& out, bool qRowList);
+
+ public:
 
   // ======== Lifecycle and checks ====================================================
   // Marks the data set no longer initialised; the data stay until release.
@@ -983,9 +1129,6 @@ class VNDATA_API mxDataSet {
     int32_t nGrids = 1;
     std::shared_ptr<ByteStore> xFileList;
     int32_t nFiles = 0;
-    // One file a column, from the location table of columns read on demand.
-    bool qFileIndexSet = false;
-    Array<int32_t> iFileIndex;
     int32_t nVolumetricCalcs = 0;
     Array<std::string> zVCTimeSteps, zVCVectors, zVCRegions, zVCCalculations, zVCWeight;
   };
@@ -1015,12 +1158,32 @@ class VNDATA_API mxDataSet {
     std::array<bool, kPointerIds> pointerIndexValid{};
   };
 
-  // Columns that live on disk, and a tabulated function shown as rows. Each
-  // flag stays off until the piece that sets it exists; the branches that
-  // test it say what the piece does.
+  // Columns that live on disk, and a tabulated function shown as rows (the
+  // table's flag stays off until tables exist).
   struct FetchFields {
     bool qFetchOnDemand = false;
     bool qTableMode = false;
+    // Columns on disk: the location table, how the file is opened, and
+    // what derived and converted columns are computed from.
+    bool qLoadAllVectors = false;
+    bool qFODPointersSet = false;
+    int32_t nFODPointers = 0;
+    Array<FODPointer> FODPointers;
+    bool qFileIndexSet = false;
+    Array<int32_t> iFileIndex;
+    // Element 0: assigned; 1 to 5 the reader's file settings, 3 and 4
+    // swapped.
+    std::array<bool, 6> qFODSettings{};
+    bool qDQArraySet = false;
+    Array<int32_t> iDQArray;
+    bool qUCFactorsSet = false;
+    Array<float> sUCFactors;
+    // The open file and its reader, kept between reads.
+    std::shared_ptr<RecordFile> cFILETYPE;
+    std::shared_ptr<SimFileIO> xIO;
+    // Columns whose load is under way: a derived column that names itself,
+    // directly or through others, fails instead of recursing.
+    std::vector<int32_t> loading;
   };
 
   // The table held, and the minima of the ternary columns last found.

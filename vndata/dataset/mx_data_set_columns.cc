@@ -58,6 +58,9 @@ void mxDataSet::AddColumn(const Array<float>& sVals, const Array<std::string>& z
       if (!qStep) return;
       col.values = sVals;
       col.qLoaded = true;
+      // A column added beside columns on disk is in memory from the start;
+      // its entry of the location table gives its count.
+      if (FODPointer* e = FODEntry(c)) e->nValues = static_cast<int32_t>(sVals.size());
       float mn, mx;
       VectorMinMax(col.values, mn, mx, qStep);
       if (qStep) {
@@ -102,8 +105,10 @@ void mxDataSet::AddColumn(const Array<float>& sVals, const Array<std::string>& z
 bool mxDataSet::GetValues(int32_t ThisCol, Array<float>& ThisColumnValues) {
   bool qResult = false;
   RunGuarded("mxDataSet  (GetValues)", [&] {
-    // Columns on disk are read through the column fetch; that path arrives
-    // with the fetch machinery.
+    if (fetch_.qFetchOnDemand) {
+      qResult = GetFODValues(ThisCol, ThisColumnValues);
+      return;
+    }
     if (!ValidColumn(ThisCol, true)) return;
     const int32_t n = get_NumRows();
     if (n < 1) return;
@@ -123,8 +128,10 @@ bool mxDataSet::GetValues(int32_t ThisCol, Array<float>& ThisColumnValues) {
 bool mxDataSet::GetValue(int32_t Row, int32_t Column, float& dVal) {
   bool qResult = false;
   RunGuarded("mxDataSet  (GetValue)", [&] {
-    // A single value of a column on disk is read through the column fetch,
-    // which arrives with the fetch machinery.
+    if (fetch_.qFetchOnDemand) {
+      GetFODValue(Row, Column, dVal, qResult);
+      return;
+    }
     int32_t iBuffer = -1, iRowInBuffer = -1;
     bool qFound = false;
     TranslateRowToBufferAndRow(Row, iBuffer, iRowInBuffer, qFound);
@@ -150,8 +157,12 @@ bool mxDataSet::GetValueBuffer(int32_t iBuffer, int32_t Row, int32_t Column, flo
 
 void mxDataSet::SetValue(int32_t Row, int32_t Column, float dVal) {
   RunGuarded("mxDataSet  (SetValue)", [&] {
-    // A value of a column on disk is written through the column fetch, which
-    // arrives with the fetch machinery. Otherwise the write goes to buffer 1.
+    // A value of a column on disk is written into its loaded values;
+    // otherwise the write goes to buffer 1.
+    if (fetch_.qFetchOnDemand) {
+      SetValuesFOD(Row, Column, dVal);
+      return;
+    }
     SetValueBuffer(1, Row, Column, dVal);
     UpDateColumnLimits(Column, dVal);
     qIsDirty_ = true;
@@ -272,6 +283,10 @@ bool LocateRow(const Buffers& buffers, int32_t nBuffers, int32_t iRow, int32_t& 
 bool mxDataSet::GetRowValues(int32_t iRow, Array<float>& sVals) {
   bool qResult = false;
   RunGuarded("mxDataSet  (GetRowValues)", [&] {
+    if (fetch_.qFetchOnDemand) {
+      GetRowValuesFOD(iRow, sVals, qResult);
+      return;
+    }
     int32_t b = 0, r = 0;
     if (headers_.nCols < 1 || !LocateRow(rows_.buffers, rows_.nBuffers, iRow, b, r)) return;
     SizeOneBased(sVals, headers_.nCols);
@@ -283,6 +298,11 @@ bool mxDataSet::GetRowValues(int32_t iRow, Array<float>& sVals) {
 bool mxDataSet::GetRowValuesMulti(int32_t iRowFirst, int32_t iRowLast, Array2<float>& sVals) {
   bool qResult = false;
   RunGuarded("mxDataSet  (GetRowValuesMulti)", [&] {
+    if (fetch_.qFetchOnDemand) {
+      int32_t iRow1 = iRowFirst, iRow2 = iRowLast;
+      GetMultipleRowValuesFOD(iRow1, iRow2, sVals, qResult);
+      return;
+    }
     const int32_t n = iRowLast - iRowFirst + 1;
     if (n < 1 || headers_.nCols < 1) return;
     Array2<float> out(1, n, 1, headers_.nCols);
@@ -330,8 +350,19 @@ std::intptr_t mxDataSet::ColumnAddress(int32_t ThisCol, int32_t ThisRow) {
     MergeArrays(qMerged);
     if (!qMerged) return 0;
   }
-  // A column on disk gives the address of its own loaded values; that
-  // arrives with the column fetch machinery.
+  if (fetch_.qFetchOnDemand) {
+    // A column on disk is loaded first and gives the address of its own
+    // values.
+    if (!headers_.columns(ThisCol).qLoaded) {
+      bool qOK = false;
+      LoadFODVector(ThisCol, qOK);
+      if (!qOK) return 0;
+    }
+    int32_t n = 0;
+    const float* v = HeldValues(ThisCol, n);
+    if (v == nullptr || ThisRow < 1 || ThisRow > n) return 0;
+    return reinterpret_cast<std::intptr_t>(v + (ThisRow - 1));
+  }
   if (!headers_.columns(ThisCol).qActive) return 0;
   return reinterpret_cast<std::intptr_t>(&rows_.buffers(1).values(ThisRow, ThisCol));
 }

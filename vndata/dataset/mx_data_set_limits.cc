@@ -114,7 +114,11 @@ bool mxDataSet::GetColMinMax(int32_t ThisCol, float& dMinVal, float& dMaxVal, bo
   bool qResult = false;
   RunGuarded("mxDataSet  (GetColMinMax)", [&] {
     if (!ValidColumnIndex(ThisCol)) return;
-    // A column on disk is loaded first; that arrives with the column fetch.
+    // A column on disk is loaded first.
+    if (fetch_.qFetchOnDemand && !headers_.columns(ThisCol).qLoaded) {
+      bool qLoad = false;
+      LoadFODVector(ThisCol, qLoad);
+    }
     const COLUMNDATA& col = headers_.columns(ThisCol);
     if (col.qActive) {
       if (!qReCalc && !fetch_.qTableMode && col.qLimitsValid) {
@@ -148,17 +152,24 @@ void mxDataSet::CalcMinMax(int32_t iColumn, float& dMinVal, float& dMaxVal, bool
   dMaxVal = kLimitSeedMax;
   RunGuarded("mxDataSet  (CalcMinMax)", [&] {
     if (!ValidColumn(iColumn, true)) return;
-    // Columns on disk take their values from their loaded record (that
-    // arrives with the column fetch), a data set holding a tabulated function
-    // from the table's column view, and otherwise from the column's rows.
-    Array<float> values;
-    if (fetch_.qTableMode) {
-      if (!TableColumn(iColumn, values)) return;
-    } else if (!GetValues(iColumn, values)) {
-      return;
-    }
+    // A data set holding a tabulated function takes the values from the
+    // table's column view, a column on disk from its loaded record, and
+    // otherwise the values are the column's rows.
     float mn = kLimitSeedMin, mx = kLimitSeedMax;
-    VectorMinMaxCore(values.data(), static_cast<int64_t>(values.size()), mn, mx);
+    if (fetch_.qTableMode) {
+      Array<float> values;
+      if (!TableColumn(iColumn, values)) return;
+      VectorMinMaxCore(values.data(), static_cast<int64_t>(values.size()), mn, mx);
+    } else if (fetch_.qFetchOnDemand) {
+      int32_t n = 0;
+      const float* v = HeldValues(iColumn, n);
+      if (v == nullptr) return;
+      VectorMinMaxCore(v, n, mn, mx);
+    } else {
+      Array<float> values;
+      if (!GetValues(iColumn, values)) return;
+      VectorMinMaxCore(values.data(), static_cast<int64_t>(values.size()), mn, mx);
+    }
     COLUMNDATA& col = headers_.columns(iColumn);
     col.dMaxVal = mx;
     col.dMinVal = mn;
@@ -211,8 +222,12 @@ bool mxDataSet::LimitsOfColumns(int32_t iFirst, int32_t iLast) {
 }
 
 bool mxDataSet::InitialiseColumnLimitsCore() {
-  // Columns on disk have limits of their own pass, which arrives with the
-  // column fetch machinery.
+  // Columns on disk have limits of their own pass, over the loaded ones.
+  if (fetch_.qFetchOnDemand) {
+    bool qOK = false;
+    InitialiseColumnLimitsFOD(qOK);
+    return qOK;
+  }
   const bool qDone = LimitsOfColumns(1, rows_.buffers(1).values.UBound(2));
   qIsDirty_ = true;
   return qDone;

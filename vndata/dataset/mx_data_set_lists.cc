@@ -154,7 +154,7 @@ std::string mxDataSet::GetFileName(int32_t iColumn) {
 
 void mxDataSet::GetFileIndex(int32_t iColumn, int32_t& index) const {
   index = 1;
-  if (lists_.qFileIndexSet && ValidColumn(iColumn, true)) index = lists_.iFileIndex(iColumn);
+  if (fetch_.qFileIndexSet && ValidColumn(iColumn, true)) index = fetch_.iFileIndex(iColumn);
 }
 
 // ---- Row and column lists -------------------------------------------------------------------

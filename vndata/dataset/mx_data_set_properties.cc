@@ -30,10 +30,13 @@ Date Now() {
 
 mxDataSet::mxDataSet() { InitialiseVariables(); }
 
-// Release drops the pools first, then the kernel object and everything else.
+// Release drops the pools first, then the kernel object, the file and its
+// reader, and everything else.
 mxDataSet::~mxDataSet() {
   headers_.pools.Erase();
   xADQ_.reset();
+  fetch_.cFILETYPE.reset();
+  fetch_.xIO.reset();
 }
 
 void mxDataSet::InitialiseVariables() {
@@ -64,8 +67,8 @@ void mxDataSet::InitialiseVariables() {
   fetch_ = FetchFields{};
   qInitialised_ = qIsDirty_ = false;
   xADQ_ = std::make_shared<mxAutomaticDQ>();
-  // The table and the file objects of column fetches are created by the
-  // pieces that use them.
+  // The file objects of column fetches are made by the first read; the
+  // table by the piece that uses it.
 }
 
 // ---- Identity and source ------------------------------------------------------------
@@ -206,9 +209,8 @@ void mxDataSet::SetNxNyNz(int32_t nx, int32_t ny, int32_t nz) {
 // ---- Sizes ------------------------------------------------------------------------------
 
 int32_t mxDataSet::get_NumRows() const {
-  // Columns fetched from disk count their rows from the location table; that
-  // count arrives with the column fetch machinery, until which every data set
-  // holds its rows in the buffers.
+  // Columns on disk count their rows from the location table.
+  if (fetch_.qFetchOnDemand) return RowCount();
   int64_t n = 0;
   for (int32_t b = 1; b <= rows_.nBuffers; ++b) n += rows_.buffers(b).nRowsInUse;
   return static_cast<int32_t>(n);

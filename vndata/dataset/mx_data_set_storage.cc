@@ -77,8 +77,21 @@ void mxDataSet::ResizeColumnRecords(int32_t nCount, bool qAfresh) {
   }
   // Records made by dimensioning are columns in use.
   for (int32_t c = 1; c <= headers_.nCols; ++c) headers_.columns(c).qActive = true;
-  // Columns fetched from disk also keep a location record each; those are
-  // sized here once the column fetch machinery exists.
+  // Columns on disk keep their entries of the location table in step.
+  if (fetch_.qFetchOnDemand) {
+    const int32_t n = headers_.nCols;
+    if (n < 1) {
+      fetch_.FODPointers.Erase();
+    } else if (!fetch_.FODPointers.IsAllocated() || fetch_.FODPointers.UBound() != n) {
+      fetch_.FODPointers.ReDimPreserve(n);
+      if (fetch_.qFileIndexSet) {
+        const int32_t nOld = fetch_.iFileIndex.IsAllocated() ? fetch_.iFileIndex.UBound() : 0;
+        fetch_.iFileIndex.ReDimPreserve(n);
+        for (int32_t c = nOld + 1; c <= n; ++c) fetch_.iFileIndex(c) = 1;
+      }
+    }
+    fetch_.nFODPointers = n;
+  }
 }
 
 void mxDataSet::CopyIntoBuffer(DATABUFFER& buf, const Array2<float>& dArr, int32_t nRows,
@@ -432,8 +445,12 @@ void mxDataSet::MergeArrays(bool& qOK) {
 void mxDataSet::ExtractDataArray(Array2<float>& arr2d, bool& qOK) {
   qOK = false;
   RunGuarded("mxDataSet  (ExtractDataArray)", [&] {
-    // Columns on disk are extracted column by column from what is loaded;
-    // that variant arrives with the column fetch machinery.
+    // Columns on disk are extracted column by column from what is loaded.
+    if (fetch_.qFetchOnDemand) {
+      int32_t nCols = 0;
+      FODExtractDataArray(arr2d, nCols, qOK);
+      return;
+    }
     if (rows_.nBuffers > 1) {
       bool qMerged = false;
       MergeArrays(qMerged);
@@ -447,6 +464,12 @@ void mxDataSet::ExtractArray(Array2<float>& arr2d, bool& qOK) {
   // The two extractions differ only for columns on disk.
   qOK = false;
   RunGuarded("mxDataSet  (ExtractArray)", [&] {
+    // Columns on disk are all read, the unloaded ones fetched.
+    if (fetch_.qFetchOnDemand) {
+      int32_t nCols = 0;
+      FODExtractArray(arr2d, nCols, qOK);
+      return;
+    }
     if (rows_.nBuffers > 1) {
       bool qMerged = false;
       MergeArrays(qMerged);

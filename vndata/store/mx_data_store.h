@@ -535,6 +535,32 @@ class VNDATA_API mxDataStore {
   void GetTernaryDataLimits(int32_t iDataSet, float& sTernOilLimit, float& sTernGasLimit,
                             float& sTernWatLimit);
 
+  // 221..226, 228, 233, 236: columns fetched on demand. The two loads raise
+  // FODDataLoaded with the position and the column, on the store's own
+  // events, for each column they bring into memory.
+  void AssignFODPointers(int32_t iDataSet, const Array<bool>& qFileTypeSettings,
+                         const Array2<int32_t>& iPosArray, bool& qOK);
+  void AssignFODPlusPointers(int32_t iDataSet, const Array<bool>& qFileTypeSettings,
+                             const Array2<int32_t>& iPosArray, const Array<int32_t>& iDQArray,
+                             const Array<float>& sUCFactors, bool& qOK, bool qConvertUnitsNow = false,
+                             bool qCalculateDQsNow = false);
+  void LoadFODVector(int32_t iDataSet, int32_t ThisCol, bool& qOK);
+  void DSLoadFODVectors(int32_t iDataSet, const Array<int32_t>& iColumns, int32_t nCols, bool& qOK);
+  bool get_FetchOnDemandActive(int32_t iDataSet);
+  void let_FetchOnDemandActive(int32_t iDataSet, bool qActive);
+  void let_LoadAllVectors(int32_t iDataSet, bool qLoadAll);
+  void GetLoadedFODVectors(int32_t iDataSet, Array<int32_t>& iColumns, int32_t& nCols, bool& qOK);
+  bool FetchOnDemandColumnLoaded(int32_t iDataSet, int32_t ThisCol);
+  // -1 for a bad position, as for a column without a type.
+  int32_t DSGetFODVarType(int32_t iDataSet, int32_t iCol);
+  // The store's own events (FODDataLoaded): a host subscribes a listener to
+  // this object. It is apart from EventHandler, which the data sets share.
+  const std::shared_ptr<mxNotifyData>& get_StoreEvents() const { return StoreEvents_; }
+
+ private:
+  std::shared_ptr<mxNotifyData> StoreEvents_ = std::make_shared<mxNotifyData>();
+
+ public:
   // 235: the rows of an item's active life; false always, as the data set
   // answers, with the rows in iStart and iEnd.
   bool DSGetIndexRange(int32_t iDataSet, const std::string& zClass, const std::string& zItem,
